@@ -1,0 +1,4 @@
+#define SDL_MAIN_HANDLED
+#include "app/main_loop.h"
+
+int main(int argc, char** argv) { return app_main(argc, argv); }

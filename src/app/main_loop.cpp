@@ -1,0 +1,166 @@
+#include "app/main_loop.h"
+
+#include <SDL.h>
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "app/options.h"
+#include "app/screens.h"
+#include "app/selftest.h"
+#include "core/frame_input.h"
+#include "core/game.h"
+#include "render/screenshot.h"
+#include "render/view.h"
+#include "save/save_file.h"
+#include "save/save_path.h"
+#include "sim/update.h"
+
+namespace {
+
+constexpr std::uint32_t FORM_START_SEED = 5010501u;
+constexpr float FIXED_STEP = 1.0f / 60.0f;
+
+const char* sdl_env(const char* name) { return SDL_getenv(name); }
+
+struct Video {
+    SDL_Window* window;
+    SDL_Renderer* renderer;
+};
+
+// Opens the window and renderer; prints the failing step and returns false.
+bool open_video(const RunOptions& opts, Video* video) {
+    if (SDL_Init(SDL_INIT_TIMER | SDL_INIT_VIDEO | SDL_INIT_EVENTS) != 0) {
+        std::fprintf(stderr, "SDL_Init: %s\n", SDL_GetError());
+        return false;
+    }
+    const bool hidden = opts.screenshot != nullptr;
+    const Uint32 flags = hidden ? (SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE)
+                                : (SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
+    video->window = SDL_CreateWindow("TALVEN", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                                     hidden ? 640 : 1280, hidden ? 360 : 720, flags);
+    if (video->window == nullptr) {
+        std::fprintf(stderr, "window: %s\n", SDL_GetError());
+        SDL_Quit();
+        return false;
+    }
+    video->renderer = SDL_CreateRenderer(video->window, -1, SDL_RENDERER_ACCELERATED | SDL_RENDERER_PRESENTVSYNC);
+    if (video->renderer == nullptr) video->renderer = SDL_CreateRenderer(video->window, -1, SDL_RENDERER_SOFTWARE);
+    if (video->renderer == nullptr) {
+        std::fprintf(stderr, "renderer: %s\n", SDL_GetError());
+        SDL_DestroyWindow(video->window);
+        SDL_Quit();
+        return false;
+    }
+    SDL_RenderSetLogicalSize(video->renderer, VIEW_W, VIEW_H);
+    SDL_SetRenderDrawBlendMode(video->renderer, SDL_BLENDMODE_BLEND);
+    SDL_StartTextInput();
+    return true;
+}
+
+void close_video(Video* video) {
+    SDL_StopTextInput();
+    SDL_DestroyRenderer(video->renderer);
+    SDL_DestroyWindow(video->window);
+    SDL_Quit();
+}
+
+// Title screen, no world open, with the values the create-world form starts from.
+void start_on_title(Game* game) {
+    std::memset(game, 0, sizeof *game);
+    game->running = 1;
+    game->seed = FORM_START_SEED;
+    std::snprintf(game->name, sizeof game->name, "%s", "GLIMWICK WORLD");
+}
+
+// Seconds between two counter readings. The difference is taken in 64 bits
+// before converting: counters in nanoseconds lose all precision as floats.
+float elapsed_seconds(Uint64 previous, Uint64 now) {
+    return static_cast<float>(now - previous) / static_cast<float>(SDL_GetPerformanceFrequency());
+}
+
+struct LoopResult {
+    bool screenshot_ok;
+};
+
+LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
+    FrameInput input{};
+    Uint64 previous = SDL_GetPerformanceCounter();
+    LoopResult result{opts.screenshot == nullptr};
+    std::int32_t frames = 0;
+
+    while (game->running) {
+        frame_input_begin(&input);
+        SDL_Event event;
+        while (SDL_PollEvent(&event)) screens_handle_event(game, video.window, &input, &event);
+        screens_sample_input(game, video.window, &input);
+
+        const Uint64 now = SDL_GetPerformanceCounter();
+        float dt = elapsed_seconds(previous, now);
+        previous = now;
+        if (opts.fixed_step) dt = FIXED_STEP;
+
+        game_update(game, &input, dt);
+        // Menus have no simulation step; their notices still time out.
+        if (game->screen != SCREEN_PLAYING && game->notice_timer > 0.0f) game->notice_timer -= dt;
+
+        SDL_SetRenderDrawColor(video.renderer, 0, 0, 0, 255);
+        SDL_RenderClear(video.renderer);
+        render_game(video.renderer, game, &input);
+        ++frames;
+
+        if (opts.screenshot != nullptr && frames == opts.max_frames) {
+            if (render_screenshot(video.renderer, opts.screenshot)) {
+                std::printf("screenshot: %s\n", opts.screenshot);
+                result.screenshot_ok = true;
+            } else {
+                std::fprintf(stderr, "screenshot failed: %s\n", SDL_GetError());
+                result.screenshot_ok = false;
+            }
+        }
+        SDL_RenderPresent(video.renderer);
+
+        if (opts.max_frames >= 1 && frames >= opts.max_frames) {
+            game->running = 0;
+            break;
+        }
+    }
+    return result;
+}
+
+// A world still open is saved when the player leaves; unattended runs never save.
+bool save_at_exit(const Game* game, const RunOptions& opts) {
+    if (!game->world_open || game->autosave_off || opts.max_frames != 0) return true;
+    if (game_save(game, game_default_save_path())) return true;
+    std::fprintf(stderr, "TALVEN: could not save the active world\n");
+    return false;
+}
+
+}  // namespace
+
+int app_main(int argc, char** argv) {
+    RunOptions opts{};
+    switch (parse_options(argc, argv, sdl_env, &opts)) {
+        case OptionsAction::Selftest: return game_selftest();
+        case OptionsAction::Help: std::printf("%s\n", USAGE_TEXT); return 0;
+        case OptionsAction::Run: break;
+    }
+
+    Video video{};
+    if (!open_video(opts, &video)) return 1;
+
+    // One record for the whole run (about 95 KB), allocated once, off the stack.
+    const auto owned = std::make_unique<Game>();
+    Game* game = owned.get();
+    start_on_title(game);
+    if (opts.debug_game) {
+        game_new(game, FORM_START_SEED, "QA WORLD");
+        game->autosave_off = opts.screenshot != nullptr ? 1 : 0;
+    }
+
+    const LoopResult loop = run_frames(game, opts, video);
+    const bool save_ok = save_at_exit(game, opts);
+    close_video(&video);
+    return (loop.screenshot_ok && save_ok) ? 0 : 1;
+}

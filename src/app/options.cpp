@@ -1,0 +1,40 @@
+#include "app/options.h"
+
+#include <cstdlib>
+#include <cstring>
+
+const char USAGE_TEXT[] = "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game";
+
+namespace {
+
+bool set_and_not_empty(const char* value) { return value != nullptr && value[0] != '\0'; }
+
+}  // namespace
+
+OptionsAction parse_options(int argc, const char* const* argv, EnvLookup env, RunOptions* out) {
+    *out = RunOptions{};
+
+    // Variables first, so that options given on the command line win.
+    if (const char* v = env("TALVEN_MAX_FRAMES"); set_and_not_empty(v)) out->max_frames = std::atoi(v);
+    // An empty screenshot path still means screenshot mode (its write then fails).
+    if (const char* v = env("TALVEN_SCREENSHOT"); v != nullptr) out->screenshot = v;
+    if (const char* v = env("TALVEN_DEBUG_GAME"); set_and_not_empty(v)) out->debug_game = std::atoi(v) != 0;
+
+    for (int i = 1; i < argc; ++i) {
+        const char* arg = argv[i];
+        const bool has_value = i + 1 < argc;
+        if (std::strcmp(arg, "--selftest") == 0) return OptionsAction::Selftest;
+        if (std::strcmp(arg, "--help") == 0) return OptionsAction::Help;
+        if (std::strcmp(arg, "--max-frames") == 0 && has_value) {
+            out->max_frames = std::atoi(argv[++i]);
+        } else if (std::strcmp(arg, "--screenshot") == 0 && has_value) {
+            out->screenshot = argv[++i];
+        } else if (std::strcmp(arg, "--debug-game") == 0) {
+            out->debug_game = true;
+        }
+    }
+
+    if (out->screenshot != nullptr && out->max_frames < 1) out->max_frames = 3;
+    out->fixed_step = out->max_frames > 0 || out->screenshot != nullptr;
+    return OptionsAction::Run;
+}
