@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include "app/frame_clock.h"
 #include "app/options.h"
 #include "app/screens.h"
 #include "app/selftest.h"
@@ -20,7 +21,6 @@
 namespace {
 
 constexpr std::uint32_t FORM_START_SEED = 5010501u;
-constexpr float FIXED_STEP = 1.0f / 60.0f;
 
 const char* sdl_env(const char* name) { return SDL_getenv(name); }
 
@@ -74,12 +74,6 @@ void start_on_title(Game* game) {
     std::snprintf(game->name, sizeof game->name, "%s", "GLIMWICK WORLD");
 }
 
-// Seconds between two counter readings. The difference is taken in 64 bits
-// before converting: counters in nanoseconds lose all precision as floats.
-float elapsed_seconds(Uint64 previous, Uint64 now) {
-    return static_cast<float>(now - previous) / static_cast<float>(SDL_GetPerformanceFrequency());
-}
-
 struct LoopResult {
     bool screenshot_ok;
 };
@@ -97,7 +91,7 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
         screens_sample_input(game, video.window, &input);
 
         const Uint64 now = SDL_GetPerformanceCounter();
-        float dt = elapsed_seconds(previous, now);
+        float dt = elapsed_seconds(previous, now, SDL_GetPerformanceFrequency());
         previous = now;
         if (opts.fixed_step) dt = FIXED_STEP;
 
