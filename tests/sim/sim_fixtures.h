@@ -31,6 +31,13 @@ inline void carve_room(Game& g, int c0, int r0, int c1, int r1) {
     fill_tiles(g, c0, r1 + 1, c1, r1 + 1, TILE_STONE);
 }
 
+// A closed STONE box whose inside (columns c0..c1, rows r0..r1) is empty; the row
+// r1 + 1 is its floor.
+inline void arena(Game& g, int c0, int r0, int c1, int r1) {
+    fill_tiles(g, c0 - 1, r0 - 1, c1 + 1, r1 + 1, TILE_STONE);
+    fill_tiles(g, c0, r0, c1, r1, TILE_EMPTY);
+}
+
 inline void clear_inventory(Game& g) {
     std::memset(g.player.inventory, 0, sizeof g.player.inventory);
     g.player.selected = 0;
@@ -46,6 +53,15 @@ inline void put_player(Game& g, float x, float y) {
     g.player.y = y;
     g.player.vx = 0.0f;
     g.player.vy = 0.0f;
+}
+
+// The player standing in column `col` with the bottom of its body on the top of
+// row `floor_row`, the camera centred on it.
+inline void stand_player(Game& g, int col, int floor_row) {
+    put_player(g, static_cast<float>(col * 16 + 2), static_cast<float>(floor_row * 16 - 26));
+    g.player.on_ground = 1;
+    g.camera_x = g.player.x - 320.0f;
+    g.camera_y = g.player.y - 180.0f;
 }
 
 // The player's tile as crafting and spawning see it: its centre, truncated.
