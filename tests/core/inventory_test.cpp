@@ -8,200 +8,122 @@
 
 namespace {
 
-Player empty_player() {
-    Player p;
-    std::memset(&p, 0, sizeof p);
-    return p;
-}
-
-void fill_all(Player& p, std::uint16_t item, std::uint16_t count) {
-    for (InventorySlot& s : p.inventory) s = InventorySlot{item, count};
-}
-
-bool same_slots(const Player& a, const Player& b) {
-    return std::memcmp(a.inventory, b.inventory, sizeof a.inventory) == 0;
-}
-
-// Occupied slots hold 1..999 and empty slots are all zero.
-bool slots_consistent(const Player& p) {
-    for (const InventorySlot& s : p.inventory) {
-        if (s.item == 0 && s.count != 0) return false;
-        if (s.item != 0 && (s.count < 1 || s.count > STACK_MAX)) return false;
+struct Inventory : ::testing::Test {
+    Player p{};
+    Player saved{};
+    void fill_all(std::uint16_t item, std::uint16_t count) {
+        for (InventorySlot& s : p.inventory) s = InventorySlot{item, count};
     }
-    return true;
-}
+    void save() { std::memcpy(saved.inventory, p.inventory, sizeof p.inventory); }
+    bool unchanged() const { return std::memcmp(saved.inventory, p.inventory, sizeof p.inventory) == 0; }
+    bool slot_is(int i, std::uint16_t item, std::uint16_t count) const {
+        return p.inventory[i].item == item && p.inventory[i].count == count;
+    }
+};
 
 }  // namespace
 
-TEST(InventoryAdd, SplitsLargeAmountsIntoFullStacksFromTheFirstSlot) {
-    Player p = empty_player();
-    EXPECT_TRUE(inventory_add(&p, TILE_WOOD, 1500));
-    EXPECT_EQ(p.inventory[0].item, TILE_WOOD);
-    EXPECT_EQ(p.inventory[0].count, 999);
-    EXPECT_EQ(p.inventory[1].item, TILE_WOOD);
-    EXPECT_EQ(p.inventory[1].count, 501);
-    EXPECT_EQ(p.inventory[2].item, 0);
-    EXPECT_TRUE(slots_consistent(p));
-}
-
-TEST(InventoryAdd, TopsUpExistingStacksBeforeOpeningTheLowestEmptySlot) {
-    Player p = empty_player();
+TEST_F(Inventory, AddTopsUpStacksThenOpensTheLowestEmptySlots) {
     p.inventory[12] = InventorySlot{TILE_WOOD, 500};
-    EXPECT_TRUE(inventory_add(&p, TILE_WOOD, 600));
-    EXPECT_EQ(p.inventory[12].count, 999);
-    EXPECT_EQ(p.inventory[0].item, TILE_WOOD);
-    EXPECT_EQ(p.inventory[0].count, 101);
+    EXPECT_TRUE(inventory_add(&p, TILE_WOOD, 1600));
+    EXPECT_TRUE(slot_is(12, TILE_WOOD, 999));
+    EXPECT_TRUE(slot_is(0, TILE_WOOD, 999));
+    EXPECT_TRUE(slot_is(1, TILE_WOOD, 102));
+    EXPECT_TRUE(slot_is(2, 0, 0));
 
-    // Partial stacks are topped up in slot order, skipping full ones.
-    Player q = empty_player();
-    q.inventory[3] = InventorySlot{TILE_DIRT, 999};
-    q.inventory[5] = InventorySlot{TILE_DIRT, 990};
-    q.inventory[30] = InventorySlot{TILE_DIRT, 990};
-    EXPECT_TRUE(inventory_add(&q, TILE_DIRT, 15));
-    EXPECT_EQ(q.inventory[5].count, 999);
-    EXPECT_EQ(q.inventory[30].count, 996);
-    EXPECT_EQ(q.inventory[0].item, 0);
+    // Partial stacks fill in slot order, full ones are skipped.
+    p = Player{};
+    p.inventory[3] = InventorySlot{TILE_DIRT, 999};
+    p.inventory[5] = InventorySlot{TILE_DIRT, 990};
+    p.inventory[30] = InventorySlot{TILE_DIRT, 990};
+    EXPECT_TRUE(inventory_add(&p, TILE_DIRT, 15));
+    EXPECT_TRUE(slot_is(5, TILE_DIRT, 999));
+    EXPECT_TRUE(slot_is(30, TILE_DIRT, 996));
+    EXPECT_TRUE(slot_is(0, 0, 0));
 }
 
-TEST(InventoryAdd, RoomIsCountedFromEachStacksOwnCount) {
-    // Slot 0 has room for exactly one more DIRT; everything else is full of STONE.
-    Player p = empty_player();
-    fill_all(p, TILE_STONE, 999);
+TEST_F(Inventory, AddIsAllOrNothingWithRoomCountedPerStack) {
+    // Slot 0 has room for exactly one more DIRT; the rest is full of STONE.
+    fill_all(TILE_STONE, 999);
     p.inventory[0] = InventorySlot{TILE_DIRT, 998};
-    Player before;
-    std::memcpy(&before, &p, sizeof p);
-
+    save();
     EXPECT_FALSE(inventory_add(&p, TILE_DIRT, 2));
-    EXPECT_TRUE(same_slots(p, before));
+    EXPECT_FALSE(inventory_add(&p, TILE_CLAY, 1));
+    EXPECT_TRUE(unchanged());
     EXPECT_TRUE(inventory_add(&p, TILE_DIRT, 1));
-    EXPECT_EQ(p.inventory[0].count, 999);
-}
-
-TEST(InventoryAdd, FullInventoryRefusesAndStaysUntouched) {
-    Player p = empty_player();
-    fill_all(p, TILE_DIRT, 999);
-    Player before;
-    std::memcpy(&before, &p, sizeof p);
-    EXPECT_FALSE(inventory_add(&p, TILE_STONE, 1));
+    EXPECT_TRUE(slot_is(0, TILE_DIRT, 999));
     EXPECT_FALSE(inventory_add(&p, TILE_DIRT, 1));
-    EXPECT_TRUE(same_slots(p, before));
+
+    p = Player{};
+    save();
+    EXPECT_FALSE(inventory_add(&p, TILE_SAND, 40 * 999 + 1));
+    EXPECT_TRUE(unchanged());
+    EXPECT_TRUE(inventory_add(&p, TILE_SAND, 40 * 999));
+    EXPECT_EQ(inventory_count(&p, TILE_SAND), 40u * 999u);
 }
 
-TEST(InventoryAdd, RefusesNonPositiveItemsAndCounts) {
-    Player p = empty_player();
+TEST_F(Inventory, AddRefusesNonPositiveItemsAndCounts) {
     EXPECT_FALSE(inventory_add(&p, 0, 5));
     EXPECT_FALSE(inventory_add(&p, -3, 5));
     EXPECT_FALSE(inventory_add(&p, TILE_DIRT, 0));
     EXPECT_FALSE(inventory_add(&p, TILE_DIRT, -1));
-    EXPECT_TRUE(same_slots(p, empty_player()));
+    EXPECT_TRUE(unchanged());
 }
 
-TEST(InventoryAdd, FillsAllFortySlotsExactlyAndNoMore) {
-    Player p = empty_player();
-    EXPECT_FALSE(inventory_add(&p, TILE_SAND, 40 * 999 + 1));
-    EXPECT_TRUE(same_slots(p, empty_player()));
-    EXPECT_TRUE(inventory_add(&p, TILE_SAND, 40 * 999));
-    EXPECT_EQ(inventory_count(&p, TILE_SAND), 40u * 999u);
-    EXPECT_TRUE(slots_consistent(p));
-}
-
-TEST(InventoryCount, SumsEveryMatchingSlot) {
-    Player p = empty_player();
-    p.inventory[0] = InventorySlot{TILE_COAL, 3};
-    p.inventory[9] = InventorySlot{TILE_STONE, 50};
-    p.inventory[39] = InventorySlot{TILE_COAL, 999};
-    EXPECT_EQ(inventory_count(&p, TILE_COAL), 1002u);
-    EXPECT_EQ(inventory_count(&p, TILE_CLAY), 0u);
-    EXPECT_EQ(inventory_count(&p, -1), 0u);
-}
-
-TEST(InventoryRemove, DrainsFromTheBackpackBeforeTheHotbar) {
-    Player p = empty_player();
+TEST_F(Inventory, RemoveDrainsFromTheBackpackBeforeTheHotbar) {
     p.inventory[0] = InventorySlot{TILE_WOOD, 2};
     p.inventory[39] = InventorySlot{TILE_WOOD, 2};
+    p.inventory[20] = InventorySlot{TILE_COAL, 999};
+    EXPECT_EQ(inventory_count(&p, TILE_WOOD), 4u);
     EXPECT_TRUE(inventory_remove(&p, TILE_WOOD, 3));
-    EXPECT_EQ(p.inventory[39].item, 0);
-    EXPECT_EQ(p.inventory[39].count, 0);
-    EXPECT_EQ(p.inventory[0].item, TILE_WOOD);
-    EXPECT_EQ(p.inventory[0].count, 1);
-
+    EXPECT_TRUE(slot_is(39, 0, 0));
+    EXPECT_TRUE(slot_is(0, TILE_WOOD, 1));
+    EXPECT_TRUE(slot_is(20, TILE_COAL, 999));
     EXPECT_TRUE(inventory_remove(&p, TILE_WOOD, 1));
-    EXPECT_EQ(p.inventory[0].item, 0);
-    EXPECT_EQ(p.inventory[0].count, 0);
+    EXPECT_TRUE(slot_is(0, 0, 0));
 }
 
-TEST(InventoryRemove, ShortfallChangesNothing) {
-    Player p = empty_player();
+TEST_F(Inventory, RemoveRefusesAShortfallAndAcceptsCountsBelowOne) {
     p.inventory[4] = InventorySlot{TILE_IRON_ORE, 5};
     p.inventory[20] = InventorySlot{TILE_IRON_ORE, 2};
-    Player before;
-    std::memcpy(&before, &p, sizeof p);
+    save();
     EXPECT_FALSE(inventory_remove(&p, TILE_IRON_ORE, 8));
     EXPECT_FALSE(inventory_remove(&p, TILE_GLOW_CRYSTAL, 1));
-    EXPECT_TRUE(same_slots(p, before));
+    // A negative count must not be read as a huge unsigned one.
+    EXPECT_TRUE(inventory_remove(&p, TILE_GLOW_CRYSTAL, 0));
+    EXPECT_TRUE(inventory_remove(&p, TILE_GLOW_CRYSTAL, -5));
+    EXPECT_TRUE(inventory_remove(&p, TILE_IRON_ORE, INT32_MIN));
+    EXPECT_TRUE(unchanged());
 }
 
-TEST(InventoryRemove, CountsBelowOneSucceedWithoutRemoving) {
-    Player p = empty_player();
-    EXPECT_TRUE(inventory_remove(&p, TILE_WOOD, 0));
-    EXPECT_TRUE(inventory_remove(&p, TILE_WOOD, -5));
-    EXPECT_TRUE(inventory_remove(&p, TILE_WOOD, INT32_MIN));
-    p.inventory[1] = InventorySlot{TILE_WOOD, 7};
-    EXPECT_TRUE(inventory_remove(&p, TILE_WOOD, -1));
-    EXPECT_EQ(p.inventory[1].count, 7);
-}
-
-TEST(InventoryActivate, HotbarSlotsSelect) {
-    Player p = empty_player();
-    p.inventory[0] = InventorySlot{TILE_DIRT, 10};
-    inventory_activate(&p, 7);
-    EXPECT_EQ(p.selected, 7u);
-    EXPECT_EQ(p.inventory[0].count, 10);  // selecting moves nothing
-}
-
-TEST(InventoryActivate, BackpackSlotsSwapWithTheSelectedSlot) {
-    Player p = empty_player();
-    p.selected = 3;
+TEST_F(Inventory, ActivateSelectsHotbarSlotsAndSwapsBackpackSlotsIn) {
     p.inventory[3] = InventorySlot{TILE_CLAY, 7};
     p.inventory[25] = InventorySlot{TILE_GLOW_CRYSTAL, 3};
+    inventory_activate(&p, 3);
+    EXPECT_EQ(p.selected, 3u);
     inventory_activate(&p, 25);
     EXPECT_EQ(p.selected, 3u);
-    EXPECT_EQ(p.inventory[3].item, TILE_GLOW_CRYSTAL);
-    EXPECT_EQ(p.inventory[3].count, 3);
-    EXPECT_EQ(p.inventory[25].item, TILE_CLAY);
-    EXPECT_EQ(p.inventory[25].count, 7);
-
+    EXPECT_TRUE(slot_is(3, TILE_GLOW_CRYSTAL, 3));
+    EXPECT_TRUE(slot_is(25, TILE_CLAY, 7));
     // An empty backpack slot takes the held stack and leaves the hand empty.
     inventory_activate(&p, 30);
-    EXPECT_EQ(p.inventory[30].item, TILE_GLOW_CRYSTAL);
-    EXPECT_EQ(p.inventory[3].item, 0);
-    EXPECT_EQ(p.inventory[3].count, 0);
+    EXPECT_TRUE(slot_is(30, TILE_GLOW_CRYSTAL, 3));
+    EXPECT_TRUE(slot_is(3, 0, 0));
 }
 
-TEST(InventoryActivate, OutOfRangeSelectionIsResetBeforeActing) {
-    Player p = empty_player();
+TEST_F(Inventory, ActivateResetsABadSelectionOnlyForSlotsInRange) {
     p.selected = 12;
     p.inventory[0] = InventorySlot{TILE_PLANK, 4};
     p.inventory[15] = InventorySlot{TILE_TORCH, 9};
+    save();
+    inventory_activate(&p, 40);  // out of range: nothing at all, not even the reset
+    inventory_activate(&p, 0xFFFFFFFFu);
+    inventory_activate(nullptr, 3);
+    EXPECT_EQ(p.selected, 12u);
+    EXPECT_TRUE(unchanged());
+
     inventory_activate(&p, 15);
     EXPECT_EQ(p.selected, 0u);
-    EXPECT_EQ(p.inventory[0].item, TILE_TORCH);
-    EXPECT_EQ(p.inventory[15].item, TILE_PLANK);
-
-    p.selected = 12;
-    inventory_activate(&p, 5);
-    EXPECT_EQ(p.selected, 5u);
-}
-
-TEST(InventoryActivate, SlotsPastTheInventoryDoNothingAtAll) {
-    Player p = empty_player();
-    p.selected = 12;  // not reset: the range test comes first
-    p.inventory[0] = InventorySlot{TILE_DIRT, 1};
-    Player before;
-    std::memcpy(&before, &p, sizeof p);
-    inventory_activate(&p, 40);
-    inventory_activate(&p, 0xFFFFFFFFu);
-    EXPECT_EQ(p.selected, 12u);
-    EXPECT_TRUE(same_slots(p, before));
-    inventory_activate(nullptr, 3);
+    EXPECT_TRUE(slot_is(0, TILE_TORCH, 9));
+    EXPECT_TRUE(slot_is(15, TILE_PLANK, 4));
 }

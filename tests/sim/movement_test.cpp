@@ -15,133 +15,109 @@ struct Box {
     float w, h;
 };
 
-void move(const Game& g, Box& b, float dt) { move_box(&g, &b.x, &b.y, &b.vx, &b.vy, &b.on_ground, b.w, b.h, dt); }
+int cell(float v) { return static_cast<int>(std::floor(v / 16.0f)); }
 
-int bottom_row(const Box& b) { return static_cast<int>(std::floor((b.y + b.h - 0.01f) / 16.0f)); }
-int right_col(const Box& b) { return static_cast<int>(std::floor((b.x + b.w - 0.01f) / 16.0f)); }
-
-// An open space (columns 100..140, rows 60..100) walled with STONE, so that every
-// test starts from the same known cells.
+// An open space (columns 100..140, rows 60..100) walled with STONE; its floor is
+// row 101, whose top is at y 1616.
 struct MoveBox : ::testing::Test {
     std::unique_ptr<Game> game = fixtures::new_world();
     Game& g = *game;
     void SetUp() override { fixtures::arena(g, 100, 60, 140, 100); }
+    void move(Box& b, float dt = 0.05f) { move_box(&g, &b.x, &b.y, &b.vx, &b.vy, &b.on_ground, b.w, b.h, dt); }
 };
 
 }  // namespace
 
 TEST_F(MoveBox, StillBoxStaysWithoutGroundContact) {
     Box b{1700.0f, 1300.0f, 0.0f, 0.0f, 1, 12.0f, 26.0f};
-    move(g, b, 0.05f);
+    move(b);
     EXPECT_EQ(b.x, 1700.0f);
     EXPECT_EQ(b.y, 1300.0f);
     EXPECT_EQ(b.on_ground, 0);
 }
 
-TEST_F(MoveBox, FallingBoxLandsOnTheFloorWithoutEnteringIt) {
-    // Floor is row 101; fall at terminal speed with the largest frame.
-    Box b{1700.0f, 1560.0f, 0.0f, 390.0f, 0, 12.0f, 26.0f};
-    bool landed = false;
-    for (int i = 0; i < 40; ++i) {
-        b.vy = 390.0f;
-        move(g, b, 0.05f);
-        ASSERT_LE(bottom_row(b), 100) << "frame " << i;
-        landed = landed || b.on_ground;
+TEST_F(MoveBox, FloorsAndWallsStopABoxShortOfTheTileAndZeroThatAxis) {
+    Box faller{1700.0f, 1560.0f, 0.0f, 0.0f, 0, 12.0f, 26.0f};
+    for (int i = 0; i < 20; ++i) {
+        faller.vy = 390.0f;
+        move(faller);
+        ASSERT_LE(cell(faller.y + 26.0f - 0.01f), 100);
     }
-    EXPECT_TRUE(landed);
-    EXPECT_EQ(b.vy, 0.0f);
-    EXPECT_EQ(b.on_ground, 1);
-    // Not snapped: it rests within one sub-step of the surface.
-    EXPECT_GT(b.y + 26.0f, 1616.0f - 3.0f);
-}
+    EXPECT_EQ(faller.vy, 0.0f);
+    EXPECT_EQ(faller.on_ground, 1);
+    EXPECT_GT(faller.y + 26.0f, 1616.0f - 3.0f);  // not snapped, but within one sub-step
 
-TEST_F(MoveBox, WallStopsHorizontalMotionAndZeroesIt) {
-    tile_at(g, 110, 100) = TILE_STONE;  // wall cell in front, resting on the floor
-    tile_at(g, 110, 99) = TILE_STONE;
-    Box b{1740.0f, 1590.0f, 200.0f, 0.0f, 0, 12.0f, 26.0f};
+    fill_tiles(g, 110, 99, 110, 100, TILE_STONE);
+    Box runner{1740.0f, 1590.0f, 0.0f, 0.0f, 0, 12.0f, 26.0f};
     for (int i = 0; i < 10; ++i) {
-        b.vx = 200.0f;
-        move(g, b, 0.05f);
-        ASSERT_LE(right_col(b), 109);
+        runner.vx = 200.0f;
+        move(runner);
+        ASSERT_LE(cell(runner.x + 12.0f - 0.01f), 109);
     }
-    EXPECT_EQ(b.vx, 0.0f);
-    EXPECT_GT(b.x + 12.0f, 1760.0f - 3.0f);
+    EXPECT_EQ(runner.vx, 0.0f);
+    EXPECT_GT(runner.x + 12.0f, 1760.0f - 3.0f);
 }
 
 TEST_F(MoveBox, FastBoxesNeverTunnelThroughOneTile) {
-    // A single-tile floor at row 80 and a single-tile wall at column 120.
     fill_tiles(g, 100, 80, 140, 80, TILE_STONE);
-    Box faller{1650.0f, 1200.0f, 0.0f, 390.0f, 0, 8.0f, 8.0f};
+    fill_tiles(g, 120, 60, 120, 79, TILE_STONE);
+    Box faller{1650.0f, 1200.0f, 0.0f, 0.0f, 0, 8.0f, 8.0f};
+    Box runner{1800.0f, 1250.0f, 0.0f, 0.0f, 0, 14.0f, 14.0f};
     for (int i = 0; i < 60; ++i) {
         faller.vy = 390.0f;
-        move(g, faller, 0.05f);
-        ASSERT_LT(faller.y, 1280.0f);
-    }
-    fill_tiles(g, 120, 60, 120, 79, TILE_STONE);
-    Box runner{1800.0f, 1250.0f, 390.0f, 0.0f, 0, 14.0f, 14.0f};
-    for (int i = 0; i < 60; ++i) {
         runner.vx = 390.0f;
-        move(g, runner, 0.05f);
+        move(faller);
+        move(runner);
+        ASSERT_LT(faller.y + 8.0f, 1280.0f + 0.01f);
         ASSERT_LT(runner.x + 14.0f, 1920.0f + 0.01f);
     }
 }
 
 TEST_F(MoveBox, BoxInsideASolidTileCannotMoveOnEitherAxis) {
-    Box b{1608.0f, 1608.0f, 50.0f, -50.0f, 1, 14.0f, 14.0f};  // overlaps the STONE at row 101
-    fill_tiles(g, 100, 101, 100, 101, TILE_STONE);
+    // Overlaps the floor row; moving up, only a whole-rectangle test keeps it.
+    Box b{1608.0f, 1608.0f, 0.0f, 0.0f, 1, 14.0f, 14.0f};
     for (int i = 0; i < 3; ++i) {
         b.vx = 50.0f;
         b.vy = -50.0f;
-        move(g, b, 0.05f);
+        move(b);
         EXPECT_EQ(b.x, 1608.0f);
         EXPECT_EQ(b.y, 1608.0f);
         EXPECT_EQ(b.vx, 0.0f);
         EXPECT_EQ(b.vy, 0.0f);
-        EXPECT_EQ(b.on_ground, 0);  // it was moving up
+        EXPECT_EQ(b.on_ground, 0);
     }
 }
 
 TEST_F(MoveBox, LaterSubStepsRetryAStoppedAxisWithTheSameIncrement) {
-    // Standing on the edge of a one-tile ledge and running off it in one frame:
-    // the fall that was refused at first goes ahead once the box clears the ledge.
+    // Running off a one-tile ledge within one frame: the fall refused at first
+    // goes ahead once the box has cleared the ledge.
     fill_tiles(g, 100, 60, 140, 100, TILE_EMPTY);
     tile_at(g, 110, 80) = TILE_STONE;
     Box b{1765.0f, 1272.0f, 300.0f, 60.0f, 0, 8.0f, 8.0f};
-    move(g, b, 0.05f);
+    move(b);
     EXPECT_EQ(b.x, 1780.0f);
     EXPECT_GT(b.y, 1272.0f);
     EXPECT_EQ(b.on_ground, 1);
     EXPECT_EQ(b.vy, 0.0f);
 }
 
-TEST_F(MoveBox, SlidingAlongAFloorIsNotStoppedByIt) {
-    Box b{1700.0f, 1616.0f - 26.0f, 100.0f, 30.0f, 0, 12.0f, 26.0f};  // flush on the floor
-    move(g, b, 0.05f);
-    EXPECT_EQ(b.x, 1705.0f);
-    EXPECT_EQ(b.vx, 100.0f);
-    EXPECT_EQ(b.y, 1616.0f - 26.0f);
-    EXPECT_EQ(b.on_ground, 1);
-}
+TEST_F(MoveBox, EdgeMarginKeepsFlushBoxesOutOfNeighbouringCells) {
+    Box slider{1700.0f, 1616.0f - 26.0f, 100.0f, 30.0f, 0, 12.0f, 26.0f};  // flush on the floor
+    move(slider);
+    EXPECT_EQ(slider.x, 1705.0f);
+    EXPECT_EQ(slider.vx, 100.0f);
+    EXPECT_EQ(slider.on_ground, 1);
 
-TEST_F(MoveBox, FlushEdgesStayOutOfTheNeighbouringCells) {
-    // A shaft exactly one tile wide: a 16-px box falls through it untouched.
+    // A shaft exactly one tile wide, edged with passable tiles on one side.
     fill_tiles(g, 100, 60, 140, 100, TILE_STONE);
     fill_tiles(g, 110, 60, 110, 100, TILE_EMPTY);
+    fill_tiles(g, 111, 60, 111, 70, TILE_LEAVES);
     Box b{1760.0f, 1000.0f, 0.0f, 200.0f, 0, 16.0f, 16.0f};
-    move(g, b, 0.05f);
-    EXPECT_EQ(b.x, 1760.0f);
+    move(b);
     EXPECT_EQ(b.y, 1010.0f);
-    EXPECT_EQ(b.vy, 200.0f);
-}
-
-TEST_F(MoveBox, PassableTilesNeverStopABox) {
-    fill_tiles(g, 100, 100, 140, 100, TILE_LEAVES);
-    tile_at(g, 105, 99) = TILE_TORCH;
-    Box b{1670.0f, 1584.0f, 100.0f, 100.0f, 0, 8.0f, 8.0f};
-    move(g, b, 0.05f);
-    EXPECT_EQ(b.x, 1675.0f);
-    EXPECT_EQ(b.y, 1589.0f);
-    EXPECT_EQ(b.on_ground, 0);
+    b.vx = 100.0f;  // leaves never stop a box
+    move(b);
+    EXPECT_EQ(b.x, 1765.0f);
 }
 
 TEST(MoveBoxBorders, TheWorldEdgeIsASolidWallOnAllFourSides) {
@@ -151,31 +127,21 @@ TEST(MoveBoxBorders, TheWorldEdgeIsASolidWallOnAllFourSides) {
     fill_tiles(g, 0, WORLD_H - 6, WORLD_W - 1, WORLD_H - 1, TILE_EMPTY);
     fill_tiles(g, 0, 0, 5, WORLD_H - 1, TILE_EMPTY);
     fill_tiles(g, WORLD_W - 6, 0, WORLD_W - 1, WORLD_H - 1, TILE_EMPTY);
-
-    Box left{1.0f, 40.0f, -100.0f, 0.0f, 0, 12.0f, 26.0f};  // column -1 must block, not column 0
-    move(g, left, 0.05f);
-    EXPECT_EQ(left.x, 1.0f);
-    EXPECT_EQ(left.vx, 0.0f);
-
-    Box right{8192.0f - 13.0f, 40.0f, 100.0f, 0.0f, 0, 12.0f, 26.0f};
-    move(g, right, 0.05f);
-    EXPECT_LE(right.x + 12.0f, 8192.0f + 0.01f);
-    EXPECT_EQ(right.vx, 0.0f);
-
-    Box top{40.0f, 1.0f, 0.0f, -200.0f, 1, 12.0f, 26.0f};
-    move(g, top, 0.05f);
-    EXPECT_EQ(top.y, 1.0f);
-    EXPECT_EQ(top.vy, 0.0f);
-    EXPECT_EQ(top.on_ground, 0);
-
-    Box bottom{40.0f, 2560.0f - 30.0f, 0.0f, 390.0f, 0, 12.0f, 26.0f};
-    move(g, bottom, 0.05f);
-    EXPECT_LE(bottom.y + 26.0f, 2560.0f + 0.01f);
-    EXPECT_EQ(bottom.vy, 0.0f);
-    EXPECT_EQ(bottom.on_ground, 1);
-
-    Box corner{1.0f, 1.0f, -390.0f, -390.0f, 0, 8.0f, 8.0f};
-    move(g, corner, 0.05f);
-    EXPECT_EQ(corner.x, 1.0f);
-    EXPECT_EQ(corner.y, 1.0f);
+    Box boxes[] = {
+        {1.0f, 40.0f, -100.0f, 0.0f, 0, 12.0f, 26.0f},  // column -1, not column 0, must block
+        {8192.0f - 13.0f, 40.0f, 100.0f, 0.0f, 0, 12.0f, 26.0f},
+        {40.0f, 1.0f, 0.0f, -200.0f, 1, 12.0f, 26.0f},
+        {40.0f, 2560.0f - 30.0f, 0.0f, 390.0f, 0, 12.0f, 26.0f},
+        {1.0f, 1.0f, -390.0f, -390.0f, 0, 8.0f, 8.0f},
+    };
+    for (Box& b : boxes) {
+        move_box(&g, &b.x, &b.y, &b.vx, &b.vy, &b.on_ground, b.w, b.h, 0.05f);
+        EXPECT_TRUE(b.x >= 0.0f && b.x + b.w <= 8192.01f && b.y >= 0.0f && b.y + b.h <= 2560.01f);
+        EXPECT_EQ(b.vx, 0.0f);
+        EXPECT_EQ(b.vy, 0.0f);
+    }
+    EXPECT_EQ(boxes[0].x, 1.0f);
+    EXPECT_EQ(boxes[2].y, 1.0f);
+    EXPECT_EQ(boxes[2].on_ground, 0);  // stopped going up
+    EXPECT_EQ(boxes[3].on_ground, 1);  // stopped by row 160
 }
