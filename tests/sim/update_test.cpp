@@ -253,6 +253,8 @@ struct Autosave : ::testing::Test {
     Game& g = *game;
     FrameInput in{};
     std::string scratch;
+    std::string old_data_home;
+    bool had_data_home = false;
     char old_cwd[4096] = {};
     const char* path = nullptr;
 
@@ -260,6 +262,10 @@ struct Autosave : ::testing::Test {
         char dir[] = "/tmp/talven-autosave-XXXXXX";
         ASSERT_NE(mkdtemp(dir), nullptr);
         scratch = dir;
+        if (const char* old = std::getenv("XDG_DATA_HOME")) {
+            had_data_home = true;
+            old_data_home = old;
+        }
         ASSERT_EQ(setenv("XDG_DATA_HOME", dir, 1), 0);
         ASSERT_NE(getcwd(old_cwd, sizeof old_cwd), nullptr);
         ASSERT_EQ(chdir(dir), 0);
@@ -271,6 +277,8 @@ struct Autosave : ::testing::Test {
     }
     void TearDown() override {
         if (old_cwd[0] != '\0' && chdir(old_cwd) != 0) ADD_FAILURE() << "cannot return to " << old_cwd;
+        if (had_data_home) setenv("XDG_DATA_HOME", old_data_home.c_str(), 1);
+        else unsetenv("XDG_DATA_HOME");
         if (!scratch.empty()) std::system(("rm -rf '" + scratch + "'").c_str());
     }
 };
