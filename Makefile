@@ -33,5 +33,21 @@ test-sanitize: deps
 bench: build
 	./$(BUILD)/talven_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 
+# Fuzz the save loader under ASan+UBSan with clang's libFuzzer for FUZZ_SECONDS.
+# New inputs and any crash go to FUZZ_CORPUS; the generated seeds stay in the build.
+FUZZ_BUILD   ?= build-fuzz
+FUZZ_CORPUS  ?= fuzz-corpus
+FUZZ_SECONDS ?= 600
+
+fuzz:
+	@scripts/install-deps.sh clang libclang-rt-14-dev
+	cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ \
+	  -DTALVEN_FUZZ=ON -DTALVEN_BENCH=OFF
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target talven_fuzz_seeds
+	mkdir -p $(FUZZ_CORPUS)
+	UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 ./$(FUZZ_BUILD)/talven_fuzz_load \
+	  -max_total_time=$(FUZZ_SECONDS) -max_len=82260 -print_final_stats=1 \
+	  -artifact_prefix=$(FUZZ_CORPUS)/ $(FUZZ_CORPUS) $(FUZZ_BUILD)/fuzz-seeds
+
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)

@@ -1,6 +1,6 @@
-// The save file: 82,180 little-endian bytes (header, player, inventory, tiles)
-// with an FNV-1a checksum. Saves go to "<path>.tmp" and are renamed over the old
-// file; loads validate everything in a scratch record before touching the live one.
+// The save file: 82,180 little-endian bytes with an FNV-1a checksum. Saves go to
+// "<path>.tmp", reach the disk, then are renamed over the old file; loads check
+// everything in a scratch record before touching the live one.
 #pragma once
 
 #include <cstdint>
