@@ -1,39 +1,37 @@
 // Test support for drawing and screens: an exact 640 x 360 software canvas whose
-// pixels can be read back, and a scratch data folder so nothing touches the
+// pixels are read back, and a scratch data folder so nothing touches the
 // player's real save file.
 #pragma once
 
 #include <SDL.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
-#include <unistd.h>
 
 #include <cstdint>
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
-#include <string>
 
 #include "core/game.h"
 #include "render/draw.h"
 #include "save/save_file.h"
 
-// 0xRRGGBB, the form pixels are compared in.
+// Pixels are compared as 0xRRGGBB.
 constexpr std::uint32_t rgb(std::uint32_t r, std::uint32_t g, std::uint32_t b) { return r << 16 | g << 8 | b; }
 
-// The same colour as a packed draw colour (red in the low byte) as 0xRRGGBB.
-constexpr std::uint32_t rgb_of(std::uint32_t packed) {
-    return rgb(packed & 255, (packed >> 8) & 255, (packed >> 16) & 255);
-}
+struct Px {
+    int x, y;
+    std::uint32_t rgb;
+};
 
 struct Canvas {
-    SDL_Surface* surface = nullptr;
-    SDL_Renderer* renderer = nullptr;
+    SDL_Surface* surface;
+    SDL_Renderer* renderer;
 
-    explicit Canvas(int w = VIEW_W, int h = VIEW_H) {
-        surface = SDL_CreateRGBSurfaceWithFormat(0, w, h, 32, SDL_PIXELFORMAT_ARGB8888);
-        renderer = SDL_CreateSoftwareRenderer(surface);
+    explicit Canvas(int w = VIEW_W, int h = VIEW_H)
+        : surface(SDL_CreateRGBSurfaceWithFormat(0, w, h, 32, SDL_PIXELFORMAT_ARGB8888)),
+          renderer(SDL_CreateSoftwareRenderer(surface)) {
         SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
-        clear(0, 0, 0);
     }
     ~Canvas() {
         SDL_DestroyRenderer(renderer);
@@ -42,53 +40,46 @@ struct Canvas {
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
 
-    void clear(Uint8 r, Uint8 g, Uint8 b) {
-        SDL_SetRenderDrawColor(renderer, r, g, b, 255);
-        SDL_RenderClear(renderer);
-    }
-
     std::uint32_t at(int x, int y) {
         SDL_RenderFlush(renderer);
         const auto* row = static_cast<const std::uint8_t*>(surface->pixels) + y * surface->pitch;
         return reinterpret_cast<const std::uint32_t*>(row)[x] & 0xFFFFFFu;
     }
-
-    // Pixels of one colour inside a rectangle.
     int count(int x, int y, int w, int h, std::uint32_t colour) {
         int n = 0;
         for (int j = y; j < y + h; ++j)
             for (int i = x; i < x + w; ++i) n += at(i, j) == colour ? 1 : 0;
         return n;
     }
+    void expect(std::initializer_list<Px> want) {
+        for (const Px& p : want) EXPECT_EQ(at(p.x, p.y), p.rgb) << "at (" << p.x << ", " << p.y << ")";
+    }
 };
 
-// A zeroed record; value-initialised on the heap because it is about 95 KB.
+// Value-initialised (all zero) on the heap: the record is about 95 KB.
 inline std::unique_ptr<Game> blank_game() { return std::make_unique<Game>(); }
 
-// One scratch folder per test process, used as XDG_DATA_HOME and as the working
-// directory, removed when the process ends.
-struct ScratchHome {
-    std::filesystem::path dir;
-    ScratchHome() {
-        char tmpl[] = "/tmp/talven_test_XXXXXX";
-        dir = mkdtemp(tmpl);
-        setenv("XDG_DATA_HOME", dir.c_str(), 1);
-        std::filesystem::current_path(dir);
-    }
-    ~ScratchHome() {
-        std::error_code ec;
-        std::filesystem::current_path("/tmp", ec);
-        std::filesystem::remove_all(dir, ec);
-    }
-};
-
+// One scratch folder per process, as XDG_DATA_HOME and working directory.
 inline const std::filesystem::path& scratch_home() {
-    static ScratchHome home;
+    struct Home {
+        std::filesystem::path dir;
+        Home() {
+            char tmpl[] = "/tmp/talven_test_XXXXXX";
+            dir = mkdtemp(tmpl);
+            setenv("XDG_DATA_HOME", dir.c_str(), 1);
+            std::filesystem::current_path(dir);
+        }
+        ~Home() {
+            std::error_code ec;
+            std::filesystem::current_path("/tmp", ec);
+            std::filesystem::remove_all(dir, ec);
+        }
+    };
+    static const Home home;
     return home.dir;
 }
 
-// Saving and the inventory are built in parallel with the screens; tests that
-// need the real thing skip while these report a stub.
+// Saving is built alongside the screens; tests needing a real save skip on a stub.
 inline bool saving_available() {
     auto g = blank_game();
     game_new(g.get(), 1, "PROBE");
