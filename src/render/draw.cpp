@@ -1,5 +1,110 @@
-// Placeholder until this subsystem lands; replaced by its real implementation.
 #include "render/draw.h"
-const Glyph FONT[FONT_GLYPHS] = {};
-void fill(SDL_Renderer*, int, int, int, int, std::uint32_t) {}
-void text(SDL_Renderer*, int, int, const char*, std::uint32_t, int) {}
+
+#include <cstring>
+
+// The font as pictures: row strings from top to bottom, tested character by
+// character when drawing. Order matters only in that the first entry (space)
+// is what every character missing from the table draws as.
+const Glyph FONT[FONT_GLYPHS] = {
+    {' ', {".....", ".....", ".....", ".....", ".....", ".....", "....."}},
+    {'0', {".###.", "#...#", "#..##", "#.#.#", "##..#", "#...#", ".###."}},
+    {'1', {"..#..", ".##..", "..#..", "..#..", "..#..", "..#..", ".###."}},
+    {'2', {".###.", "#...#", "....#", "...#.", "..#..", ".#...", "#####"}},
+    {'3', {"####.", "....#", "....#", ".###.", "....#", "....#", "####."}},
+    {'4', {"...#.", "..##.", ".#.#.", "#..#.", "#####", "...#.", "...#."}},
+    {'5', {"#####", "#....", "####.", "....#", "....#", "#...#", ".###."}},
+    {'6', {".###.", "#....", "#....", "####.", "#...#", "#...#", ".###."}},
+    {'7', {"#####", "....#", "...#.", "..#..", ".#...", ".#...", ".#..."}},
+    {'8', {".###.", "#...#", "#...#", ".###.", "#...#", "#...#", ".###."}},
+    {'9', {".###.", "#...#", "#...#", ".####", "....#", "....#", ".###."}},
+    {'A', {".###.", "#...#", "#...#", "#####", "#...#", "#...#", "#...#"}},
+    {'B', {"####.", "#...#", "#...#", "####.", "#...#", "#...#", "####."}},
+    {'C', {".###.", "#...#", "#....", "#....", "#....", "#...#", ".###."}},
+    {'D', {"###..", "#..#.", "#...#", "#...#", "#...#", "#..#.", "###.."}},
+    {'E', {"#####", "#....", "#....", "####.", "#....", "#....", "#####"}},
+    {'F', {"#####", "#....", "#....", "####.", "#....", "#....", "#...."}},
+    {'G', {".###.", "#...#", "#....", "#.###", "#...#", "#...#", ".###."}},
+    {'H', {"#...#", "#...#", "#...#", "#####", "#...#", "#...#", "#...#"}},
+    {'I', {".###.", "..#..", "..#..", "..#..", "..#..", "..#..", ".###."}},
+    {'J', {"..###", "...#.", "...#.", "...#.", "#..#.", "#..#.", ".##.."}},
+    {'K', {"#...#", "#..#.", "#.#..", "##...", "#.#..", "#..#.", "#...#"}},
+    {'L', {"#....", "#....", "#....", "#....", "#....", "#....", "#####"}},
+    {'M', {"#...#", "##.##", "#.#.#", "#.#.#", "#...#", "#...#", "#...#"}},
+    {'N', {"#...#", "##..#", "#.#.#", "#.#.#", "#..##", "#...#", "#...#"}},
+    {'O', {".###.", "#...#", "#...#", "#...#", "#...#", "#...#", ".###."}},
+    {'P', {"####.", "#...#", "#...#", "####.", "#....", "#....", "#...."}},
+    {'Q', {".###.", "#...#", "#...#", "#...#", "#.#.#", "#..#.", ".##.#"}},
+    {'R', {"####.", "#...#", "#...#", "####.", "#.#..", "#..#.", "#...#"}},
+    {'S', {".####", "#....", "#....", ".###.", "....#", "....#", "####."}},
+    {'T', {"#####", "..#..", "..#..", "..#..", "..#..", "..#..", "..#.."}},
+    {'U', {"#...#", "#...#", "#...#", "#...#", "#...#", "#...#", ".###."}},
+    {'V', {"#...#", "#...#", "#...#", "#...#", "#...#", ".#.#.", "..#.."}},
+    {'W', {"#...#", "#...#", "#...#", "#.#.#", "#.#.#", "##.##", "#...#"}},
+    {'X', {"#...#", "#...#", ".#.#.", "..#..", ".#.#.", "#...#", "#...#"}},
+    {'Y', {"#...#", "#...#", ".#.#.", "..#..", "..#..", "..#..", "..#.."}},
+    {'Z', {"#####", "....#", "...#.", "..#..", ".#...", "#....", "#####"}},
+    {'-', {".....", ".....", ".....", "#####", ".....", ".....", "....."}},
+    {'.', {".....", ".....", ".....", ".....", ".....", "..#..", "..#.."}},
+    {':', {".....", "..#..", "..#..", ".....", "..#..", "..#..", "....."}},
+    {'!', {"..#..", "..#..", "..#..", "..#..", "..#..", ".....", "..#.."}},
+    {'/', {"....#", "....#", "...#.", "..#..", ".#...", "#....", "#...."}},
+    {'<', {"....#", "..##.", "##...", "#....", "##...", "..##.", "....#"}},
+    {'>', {"#....", ".##..", "...##", "....#", "...##", ".##..", "#...."}},
+    {'?', {".###.", "#...#", "....#", "...#.", "..#..", ".....", "..#.."}},
+};
+
+namespace {
+
+const Glyph& glyph_for(unsigned char c) {
+    if (c >= 'a' && c <= 'z') c = static_cast<unsigned char>(c - 32);
+    for (const Glyph& g : FONT)
+        if (static_cast<unsigned char>(g.ch) == c) return g;
+    return FONT[0];
+}
+
+void fill_current(SDL_Renderer* renderer, int x, int y, int w, int h) {
+    if (w <= 0 || h <= 0) return;
+    const SDL_Rect r{x, y, w, h};
+    SDL_RenderFillRect(renderer, &r);
+}
+
+}  // namespace
+
+void set_colour(SDL_Renderer* renderer, std::uint32_t colour) {
+    SDL_SetRenderDrawColor(renderer, static_cast<Uint8>(colour), static_cast<Uint8>(colour >> 8),
+                           static_cast<Uint8>(colour >> 16), static_cast<Uint8>(colour >> 24));
+}
+
+void fill(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour) {
+    set_colour(renderer, colour);
+    fill_current(renderer, x, y, w, h);
+}
+
+void outline(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour) {
+    set_colour(renderer, colour);
+    if (w <= 0 || h <= 0) return;
+    const SDL_Rect r{x, y, w, h};
+    SDL_RenderDrawRect(renderer, &r);
+}
+
+void text(SDL_Renderer* renderer, int x, int y, const char* str, std::uint32_t colour, int scale) {
+    set_colour(renderer, colour);
+    if (str == nullptr) return;
+    int pen = x;
+    for (const char* p = str; *p != '\0'; ++p) {
+        const Glyph& g = glyph_for(static_cast<unsigned char>(*p));
+        for (int r = 0; r < 7; ++r)
+            for (int k = 0; k < 5; ++k)
+                if (g.rows[r][k] == '#') fill_current(renderer, pen + k * scale, y + r * scale, scale, scale);
+        pen += GLYPH_ADVANCE * scale;
+    }
+}
+
+int centred_text_x(const char* str, int scale) {
+    const int n = static_cast<int>(std::strlen(str));
+    return 320 - (GLYPH_ADVANCE * scale * n - scale) / 2;
+}
+
+int right_aligned_text_x(int right_edge, const char* str) {
+    return right_edge + 1 - GLYPH_ADVANCE * static_cast<int>(std::strlen(str));
+}

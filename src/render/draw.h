@@ -1,5 +1,6 @@
-// Drawing primitives: filled rectangles in a packed colour (red in the low byte)
-// and text in the game's own 5 x 7 bitmap font, one square per lit pixel.
+// Drawing primitives: filled and outlined rectangles in a packed colour (red in
+// the low byte) and text in the game's own 5 x 7 bitmap font, one filled square
+// per lit pixel. Owns the font table; every other picture is built from these.
 #pragma once
 
 #include <SDL.h>
@@ -14,5 +15,25 @@ struct Glyph {
 constexpr int FONT_GLYPHS = 45;
 extern const Glyph FONT[FONT_GLYPHS];
 
+constexpr int GLYPH_ADVANCE = 6;  // 5 lit columns and one of spacing
+
+// Packed colour from its channels: red in bits 0-7, up to alpha in bits 24-31.
+constexpr std::uint32_t rgba(std::uint8_t r, std::uint8_t g, std::uint8_t b, std::uint8_t a = 255) {
+    return static_cast<std::uint32_t>(r) | static_cast<std::uint32_t>(g) << 8 |
+           static_cast<std::uint32_t>(b) << 16 | static_cast<std::uint32_t>(a) << 24;
+}
+
+void set_colour(SDL_Renderer* renderer, std::uint32_t colour);
+
+// Rectangles of width or height 0 or less draw nothing (SDL would draw a line).
 void fill(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour);
+void outline(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour);
+
+// Leaves the draw colour set to `colour`. Lower case draws as upper case; bytes
+// the font lacks draw as a blank cell and still advance the pen.
 void text(SDL_Renderer* renderer, int x, int y, const char* str, std::uint32_t colour, int scale);
+
+// Start x that centres `str` on the view's middle column 320.
+int centred_text_x(const char* str, int scale);
+// Start x of a scale-1 string whose last cell ends on column `right_edge`.
+int right_aligned_text_x(int right_edge, const char* str);

@@ -1,6 +1,193 @@
-// Placeholder until this subsystem lands; replaced by its real implementation.
 #include "render/menus.h"
-void render_title(SDL_Renderer*, const Game*) {}
-void render_create_form(SDL_Renderer*, const Game*) {}
-void render_inventory_overlay(SDL_Renderer*, const Game*) {}
-void render_pause_overlay(SDL_Renderer*, const Game*) {}
+
+#include <cstdio>
+
+#include "core/tiles.h"
+#include "render/draw.h"
+#include "render/icons.h"
+#include "save/save_file.h"
+#include "save/save_path.h"
+#include "world/world_gen.h"
+
+namespace {
+
+constexpr std::uint32_t LABEL = 0xFFDCEEEFu;        // headings, labels, counts
+constexpr std::uint32_t HIGHLIGHT = 0xFF5BD3FFu;    // the highlighted label
+constexpr std::uint32_t ACCENT = 0xFFCCF46Fu;       // subtitle, item name, craft hint
+constexpr std::uint32_t MENU_HINT = 0xFF998B7Cu;    // title and form hints, disabled item
+constexpr std::uint32_t PANEL_HINT = 0xFF998F7Fu;   // inventory hints and cost lines
+constexpr std::uint32_t FAILURE = 0xFF7A7AFFu;      // notices on the title
+
+constexpr std::uint32_t FOCUS_EDGE = rgba(111, 244, 204);
+constexpr std::uint32_t FIELD_FOCUS_EDGE = rgba(255, 211, 91);
+constexpr std::uint32_t QUIET_EDGE = rgba(51, 66, 83);
+constexpr std::uint32_t FORM_QUIET_EDGE = rgba(58, 76, 91);
+
+constexpr const char* TITLE_ITEMS[3] = {"NEW WORLD", "LOAD WORLD", "QUIT"};
+constexpr const char* PAUSE_ITEMS[3] = {"RESUME", "SAVE AND TITLE", "QUIT GAME"};
+constexpr std::uint32_t TITLE_LOAD_ITEM = 1;
+
+// The "+" in the costs has no glyph and shows as a gap, which reads fine.
+struct RecipeLabel {
+    const char* result;
+    const char* cost;
+};
+constexpr RecipeLabel RECIPE_LABELS[6] = {
+    {"4 PLANK", "1 WOOD"},
+    {"4 TORCH", "WOOD + COAL"},
+    {"4 BRICK", "4 STONE"},
+    {"WORKBENCH", "10 WOOD"},
+    {"IRON PICK", "BENCH + 8 IRON + 4 WOOD"},
+    {"IRON SWORD", "BENCH + 6 IRON + 2 WOOD"},
+};
+
+void panel(SDL_Renderer* r, int x, int y, int w, int h) {
+    fill(r, x, y, w, h, rgba(15, 18, 31, 228));
+    outline(r, x, y, w, h, FOCUS_EDGE);
+    outline(r, x + 2, y + 2, w - 4, h - 4, rgba(48, 70, 92));
+}
+
+void dim_screen(SDL_Renderer* r, std::uint8_t alpha) { fill(r, 0, 0, VIEW_W, VIEW_H, rgba(4, 7, 15, alpha)); }
+
+// A fixed star field: the same hash, the same sky on every run.
+void draw_stars(SDL_Renderer* r) {
+    for (std::uint32_t i = 0; i < 80; ++i) {
+        const std::uint32_t h = world_hash(501, i, 6);
+        const int size = h % 4 == 0 ? 2 : 1;
+        fill(r, static_cast<int>(h % 640), static_cast<int>((h >> 10) % 360), size, size, rgba(86, 119, 143, 180));
+    }
+}
+
+void draw_lamp(SDL_Renderer* r) {
+    fill(r, 318, 132, 4, 29, rgba(114, 73, 42));
+    fill(r, 312, 125, 16, 12, rgba(255, 173, 51));
+    fill(r, 316, 121, 8, 15, rgba(255, 239, 135));
+}
+
+// LOAD WORLD stays dim while there is nothing to load, highlighted or not.
+std::uint32_t title_label_colour(std::uint32_t item, bool selected) {
+    if (item == TITLE_LOAD_ITEM && !game_save_exists(game_default_save_path())) return MENU_HINT;
+    return selected ? HIGHLIGHT : LABEL;
+}
+
+void draw_title_menu(SDL_Renderer* r, std::uint32_t cursor) {
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        const int y = 177 + 34 * static_cast<int>(i);
+        const bool selected = i == cursor;
+        fill(r, 208, y, 224, 26, selected ? rgba(31, 57, 68) : rgba(15, 21, 38));
+        outline(r, 208, y, 224, 26, selected ? FOCUS_EDGE : QUIET_EDGE);
+        text(r, centred_text_x(TITLE_ITEMS[i], 2), y + 9, TITLE_ITEMS[i], title_label_colour(i, selected), 2);
+    }
+}
+
+// Notices are bounded by their field, whatever the record holds.
+void centred_notice(SDL_Renderer* r, const Game& g, int y, std::uint32_t colour) {
+    if (!(g.notice_timer > 0.0f)) return;
+    char line[NOTICE_SIZE + 1];
+    std::snprintf(line, sizeof line, "%.*s", NOTICE_SIZE, g.notice);
+    text(r, centred_text_x(line, 1), y, line, colour, 1);
+}
+
+void form_field(SDL_Renderer* r, int y, const char* value, bool focused) {
+    fill(r, 137, y, 366, 30, rgba(8, 12, 24));
+    outline(r, 137, y, 366, 30, focused ? FIELD_FOCUS_EDGE : FORM_QUIET_EDGE);
+    text(r, 148, y + 10, value, LABEL, 2);
+}
+
+void form_button(SDL_Renderer* r, int x, int label_x, const char* label, bool focused) {
+    fill(r, x, 278, 130, 30, rgba(18, 31, 43));
+    outline(r, x, 278, 130, 30, focused ? FOCUS_EDGE : FORM_QUIET_EDGE);
+    text(r, label_x, 289, label, focused ? HIGHLIGHT : LABEL, 1);
+}
+
+void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
+    const int x = 48 + 34 * static_cast<int>(i % 10);
+    const int y = 76 + 40 * static_cast<int>(i / 10);
+    fill(r, x, y, 30, 30, rgba(10, 16, 27));
+    outline(r, x, y, 30, 30, i == g.player.selected ? FIELD_FOCUS_EDGE : rgba(55, 70, 85));
+    const InventorySlot& slot = g.player.inventory[i];
+    if (slot.item == 0) return;
+    draw_item(r, slot.item, x + 7, y + 6, 16, world_hash(g.seed, i, slot.item));
+    if (slot.count > 1) {
+        char count[12];
+        std::snprintf(count, sizeof count, "%d", static_cast<int>(slot.count));
+        text(r, right_aligned_text_x(x + 28, count), y + 21, count, LABEL, 1);
+    }
+}
+
+const char* selected_item_name(const Player& p) {
+    if (p.selected >= INVENTORY_SLOTS || p.inventory[p.selected].item == 0) return "EMPTY";
+    return item_name(p.inventory[p.selected].item);
+}
+
+void draw_recipe_row(SDL_Renderer* r, std::uint32_t i, bool selected) {
+    const int y = 73 + 35 * static_cast<int>(i);
+    fill(r, 430, y, 168, 29, selected ? rgba(31, 57, 68) : rgba(10, 16, 27));
+    if (selected) outline(r, 430, y, 168, 29, FOCUS_EDGE);
+    text(r, 438, y + 4, RECIPE_LABELS[i].result, selected ? HIGHLIGHT : LABEL, 1);
+    text(r, 438, y + 15, RECIPE_LABELS[i].cost, PANEL_HINT, 1);
+}
+
+}  // namespace
+
+void render_title(SDL_Renderer* renderer, const Game* game) {
+    fill(renderer, 0, 0, VIEW_W, VIEW_H, rgba(9, 12, 27));
+    draw_stars(renderer);
+    text(renderer, centred_text_x("TALVEN", 6), 54, "TALVEN", LABEL, 6);
+    text(renderer, centred_text_x("GLIMWICK", 2), 108, "GLIMWICK", ACCENT, 2);
+    draw_lamp(renderer);
+    draw_title_menu(renderer, game->menu_cursor);
+    // Only failures reach the title as notices.
+    centred_notice(renderer, *game, 286, FAILURE);
+    text(renderer, 243, 315, "DIG  BUILD  CRAFT  SURVIVE", MENU_HINT, 1);
+    text(renderer, 234, 334, "ARROWS OR WASD   ENTER SELECT", MENU_HINT, 1);
+}
+
+void render_create_form(SDL_Renderer* renderer, const Game* game) {
+    fill(renderer, 0, 0, VIEW_W, VIEW_H, rgba(13, 20, 34));
+    text(renderer, 196, 38, "CREATE A WORLD", LABEL, 3);
+    text(renderer, 201, 73, "EVERY SEED HIDES A DIFFERENT UNDERGROUND", MENU_HINT, 1);
+    panel(renderer, 112, 103, 416, 154);
+
+    char name[NAME_SIZE + 1];
+    std::snprintf(name, sizeof name, "%.*s", NAME_SIZE, game->name);
+    char seed[32];
+    std::snprintf(seed, sizeof seed, "%u", game->seed);
+    text(renderer, 137, 124, "WORLD NAME", MENU_HINT, 1);
+    form_field(renderer, 139, name, game->form_focus == 0);
+    text(renderer, 137, 185, "SEED", MENU_HINT, 1);
+    form_field(renderer, 200, seed, game->form_focus == 1);
+
+    form_button(renderer, 165, 195, "CREATE WORLD", game->form_focus == 2);
+    form_button(renderer, 345, 399, "BACK", game->form_focus == 3);
+    text(renderer, 192, 332, "UP DOWN FIELD   TYPE NAME   LEFT RIGHT SEED", MENU_HINT, 1);
+}
+
+void render_inventory_overlay(SDL_Renderer* renderer, const Game* game) {
+    dim_screen(renderer, 165);
+    panel(renderer, 30, 31, 376, 282);
+    panel(renderer, 418, 31, 192, 282);
+
+    text(renderer, 48, 48, "PACK", LABEL, 2);
+    for (std::uint32_t i = 0; i < INVENTORY_SLOTS; ++i) draw_pack_slot(renderer, *game, i);
+    text(renderer, 48, 246, selected_item_name(game->player), ACCENT, 1);
+    text(renderer, 48, 263, "CLICK SLOT OR 1-0", PANEL_HINT, 1);
+    text(renderer, 48, 280, "E CLOSE INVENTORY", PANEL_HINT, 1);
+
+    text(renderer, 436, 48, "CRAFT", LABEL, 2);
+    for (std::uint32_t i = 0; i < 6; ++i) draw_recipe_row(renderer, i, i == game->craft_cursor);
+    text(renderer, 436, 289, "C CRAFT", ACCENT, 1);
+}
+
+void render_pause_overlay(SDL_Renderer* renderer, const Game* game) {
+    dim_screen(renderer, 190);
+    panel(renderer, 190, 80, 260, 202);
+    text(renderer, 268, 103, "PAUSED", LABEL, 3);
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        const int y = 154 + 34 * static_cast<int>(i);
+        const bool selected = i == game->menu_cursor;
+        fill(renderer, 220, y, 200, 25, rgba(12, 21, 33));
+        outline(renderer, 220, y, 200, 25, selected ? FOCUS_EDGE : QUIET_EDGE);
+        text(renderer, centred_text_x(PAUSE_ITEMS[i], 1), y + 7, PAUSE_ITEMS[i], selected ? HIGHLIGHT : LABEL, 1);
+    }
+}
