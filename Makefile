@@ -50,4 +50,4 @@ fuzz:
 	  -artifact_prefix=$(FUZZ_CORPUS)/ $(FUZZ_CORPUS) $(FUZZ_BUILD)/fuzz-seeds
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

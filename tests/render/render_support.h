@@ -79,12 +79,3 @@ inline const std::filesystem::path& scratch_home() {
     return home.dir;
 }
 
-// Saving is built alongside the screens; tests needing a real save skip on a stub.
-inline bool saving_available() {
-    auto g = blank_game();
-    game_new(g.get(), 1, "PROBE");
-    const auto path = scratch_home() / "probe.tvw";
-    const bool ok = game_save(g.get(), path.c_str());
-    std::filesystem::remove(path);
-    return ok;
-}
