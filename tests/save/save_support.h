@@ -1,31 +1,30 @@
 // Helpers for the save and self-test tests: a scratch folder removed afterwards,
-// whole-file reads and writes, and running a step in a forked child (with its own
-// limits or as an unprivileged user) without disturbing the test process.
+// whole-file reads and writes, and steps run in a forked child (with their own
+// environment, limits or user) so the test process stays as it was.
 #pragma once
 
 #include <grp.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <vector>
 
 namespace save_test {
 
 namespace fs = std::filesystem;
-
 using Bytes = std::vector<unsigned char>;
 
-// An unprivileged user, for the folders that must be unwritable even when the
-// tests run as root (root writes anywhere).
-constexpr uid_t NOBODY = 65534;
 // Exit status of a child that could not give up root; the test is then skipped.
 constexpr int CANNOT_DROP_ROOT = 77;
+
+constexpr fs::perms READ_ONLY_DIR = static_cast<fs::perms>(0555);
 
 class ScratchDir {
 public:
@@ -33,9 +32,8 @@ public:
         std::string pattern = (fs::temp_directory_path() / "talven-test-XXXXXX").string();
         if (mkdtemp(pattern.data()) == nullptr) std::abort();
         path_ = pattern;
-        // Searchable by others, so a child running as another user can reach it.
-        fs::permissions(path_, fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
-                                   fs::perms::others_read | fs::perms::others_exec);
+        // Reachable by the unprivileged child of the unwritable-folder cases.
+        fs::permissions(path_, READ_ONLY_DIR | fs::perms::owner_write);
     }
     ~ScratchDir() {
         std::error_code ec;
@@ -44,8 +42,6 @@ public:
         }
         fs::remove_all(path_, ec);
     }
-    ScratchDir(const ScratchDir&) = delete;
-    ScratchDir& operator=(const ScratchDir&) = delete;
 
     const fs::path& path() const { return path_; }
     std::string file(const std::string& name) const { return (path_ / name).string(); }
@@ -55,26 +51,14 @@ private:
 };
 
 inline Bytes read_bytes(const std::string& path) {
-    Bytes bytes;
-    std::FILE* f = std::fopen(path.c_str(), "rb");
-    if (f == nullptr) return bytes;
-    unsigned char buf[4096];
-    std::size_t n;
-    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0) bytes.insert(bytes.end(), buf, buf + n);
-    std::fclose(f);
-    return bytes;
+    std::ifstream in(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 inline bool write_bytes(const std::string& path, const Bytes& bytes) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (f == nullptr) return false;
-    const bool ok = bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
-    return std::fclose(f) == 0 && ok;
-}
-
-inline std::string read_text(const std::string& path) {
-    const Bytes b = read_bytes(path);
-    return std::string(b.begin(), b.end());
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return static_cast<bool>(out);
 }
 
 // Runs `step` in a forked child and returns its exit status (-1 if it died).
@@ -87,8 +71,10 @@ inline int run_in_child(const std::function<int()>& step) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// In a child: become an ordinary user if running as root. False when that fails.
+// In a child: become the unprivileged user "nobody" if running as root, since
+// root writes anywhere. False when that fails.
 inline bool drop_root() {
+    constexpr uid_t NOBODY = 65534;
     if (geteuid() != 0) return true;
     return setgroups(0, nullptr) == 0 && setgid(NOBODY) == 0 && setuid(NOBODY) == 0;
 }
