@@ -1,8 +1,10 @@
-// Where the world is saved. The path is built once per process, so each case
-// runs in a forked child with its own environment.
+// Where the world is saved: the per-user data folder, else the bare file name.
 #include "save/save_path.h"
 
 #include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
 
 #include "save/save_support.h"
 
@@ -10,23 +12,32 @@ namespace {
 
 using namespace save_test;
 
-// True when a child with `set_env` applied gets `want`, the same buffer on every call.
-bool child_gets(const std::function<void()>& set_env, const std::string& want) {
-    return run_in_child([&] {
-        set_env();
-        const char* first = game_default_save_path();
-        return first == game_default_save_path() && want == first ? 0 : 1;
-    }) == 0;
+// Builds the path with XDG_DATA_HOME and HOME set as given (null = unset).
+std::string path_with(const char* data_home, const char* home) {
+    const std::string old_data = std::getenv("XDG_DATA_HOME") ? std::getenv("XDG_DATA_HOME") : "";
+    const std::string old_home = std::getenv("HOME") ? std::getenv("HOME") : "";
+    auto set = [](const char* name, const char* value) { value ? setenv(name, value, 1) : unsetenv(name); };
+    set("XDG_DATA_HOME", data_home);
+    set("HOME", home);
+    char out[1024];
+    build_save_path(out, sizeof out);
+    set("XDG_DATA_HOME", old_data.c_str());
+    set("HOME", old_home.c_str());
+    return out;
 }
 
 TEST(SavePath, InTheUsersDataFolderElseTheBareName) {
     ScratchDir dir;
     const std::string data = dir.file("data");
-    EXPECT_TRUE(child_gets([&] { setenv("XDG_DATA_HOME", data.c_str(), 1); },
-                           data + "/duskwell/talven/talven_world.tvw"));
+    EXPECT_EQ(path_with(data.c_str(), nullptr), data + "/duskwell/talven/talven_world.tvw");
     EXPECT_TRUE(fs::is_directory(data + "/duskwell/talven"));
-    // No folder to be found: the file lands in the working directory.
-    EXPECT_TRUE(child_gets([] { unsetenv("XDG_DATA_HOME"); unsetenv("HOME"); }, "talven_world.tvw"));
+    EXPECT_EQ(path_with(nullptr, nullptr), "talven_world.tvw");
+}
+
+TEST(SavePath, BuiltOnceAndKeptForTheRun) {
+    const char* first = game_default_save_path();
+    EXPECT_EQ(first, game_default_save_path());
+    EXPECT_NE(std::string(first).find("talven_world.tvw"), std::string::npos);
 }
 
 }  // namespace
