@@ -29,10 +29,7 @@ TEST(GameNew, DefaultsOfAFreshWorld) {
     EXPECT_EQ(p.max_hp, 10);
     EXPECT_EQ(p.facing, 1);
     EXPECT_EQ(p.mine_x, -1);
-    EXPECT_EQ(p.mine_y, -1);
     EXPECT_EQ(p.selected, 0u);
-    EXPECT_EQ(p.vx, 0.0f);
-    EXPECT_EQ(p.on_ground, 0);
     EXPECT_EQ(g->screen, SCREEN_PLAYING);
     EXPECT_EQ(g->running, 1);
     EXPECT_EQ(g->world_open, 1);
@@ -40,9 +37,6 @@ TEST(GameNew, DefaultsOfAFreshWorld) {
     EXPECT_EQ(g->tick, 0u);
     EXPECT_EQ(g->day, 1u);
     EXPECT_EQ(g->time_of_day, 0.2f);
-    EXPECT_EQ(g->menu_cursor, 0u);
-    EXPECT_EQ(g->creature_spawn_timer, 0.0f);
-    EXPECT_EQ(g->autosave_timer, 0.0f);
     EXPECT_STREQ(g->notice, "A NEW WORLD AWAKENS");
     EXPECT_EQ(g->notice_timer, 2.2f);
     for (const Creature& c : g->creatures) EXPECT_EQ(c.alive, 0);

@@ -58,17 +58,6 @@ TEST(WorldGenerate, SameSeedSameBytesAndSeedZeroIsFive) {
     EXPECT_NE(0, std::memcmp(a->tiles, five->tiles, sizeof a->tiles));
 }
 
-TEST(WorldGenerate, WritesOnlyItsOwnFields) {
-    auto g = std::make_unique<Game>();
-    g->day = 77;
-    g->player.hp = 3;
-    g->screen = SCREEN_PAUSE;
-    world_generate(g.get(), 9, "X");
-    EXPECT_EQ(g->day, 77u);
-    EXPECT_EQ(g->player.hp, 3);
-    EXPECT_EQ(g->screen, SCREEN_PAUSE);
-}
-
 TEST(WorldGenerate, BedrockOnlyInTheBottomThreeRows) {
     for (std::uint32_t seed : SEEDS) {
         auto g = generated(seed);
@@ -189,9 +178,4 @@ TEST(WorldGenerate, NameRules) {
     EXPECT_STREQ(generated(1, "0123456789012345678901234567890123456789")->name,
                  "0123456789012345678901234567890");
     EXPECT_STREQ(generated(1, "\xC3\xA9t\xC3\xA9")->name, "\xC3\xA9t\xC3\xA9");  // bytes kept as given
-}
-
-TEST(WorldGenerate, EveryTileIdIsKnown) {
-    auto g = generated(424242);
-    for (std::uint8_t t : g->tiles) ASSERT_LE(t, TILE_MAX);
 }
