@@ -2,12 +2,13 @@
 // inventory shortcuts. Worlds made here never autosave unless a test says so.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstring>
 #include <memory>
 
-#include "core/frame_input.h"
-#include "core/game.h"
 #include "core/tiles.h"
+#include "sim/update.h"
 
 namespace fixtures {
 
@@ -20,43 +21,36 @@ inline std::unique_ptr<Game> new_world(std::uint32_t seed = 1234u) {
     return game;
 }
 
+// Byte copies, so that records can be compared byte for byte.
+inline std::unique_ptr<Game> copy_of(const Game& g) {
+    auto c = std::make_unique<Game>();
+    std::memcpy(c.get(), &g, sizeof g);
+    return c;
+}
+inline bool same(const Game& a, const Game& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
 inline void fill_tiles(Game& g, int c0, int r0, int c1, int r1, std::uint8_t tile) {
     for (int r = r0; r <= r1; ++r)
         for (int c = c0; c <= c1; ++c) tile_at(g, c, r) = tile;
 }
 
-// An empty room of columns c0..c1 and rows r0..r1 with a STONE floor row below it.
-inline void carve_room(Game& g, int c0, int r0, int c1, int r1) {
-    fill_tiles(g, c0, r0, c1, r1, TILE_EMPTY);
-    fill_tiles(g, c0, r1 + 1, c1, r1 + 1, TILE_STONE);
-}
-
-// A closed STONE box whose inside (columns c0..c1, rows r0..r1) is empty; the row
-// r1 + 1 is its floor.
+// A closed STONE box whose inside (columns c0..c1, rows r0..r1) is empty.
 inline void arena(Game& g, int c0, int r0, int c1, int r1) {
     fill_tiles(g, c0 - 1, r0 - 1, c1 + 1, r1 + 1, TILE_STONE);
     fill_tiles(g, c0, r0, c1, r1, TILE_EMPTY);
-}
-
-inline void clear_inventory(Game& g) {
-    std::memset(g.player.inventory, 0, sizeof g.player.inventory);
-    g.player.selected = 0;
 }
 
 inline void hold(Game& g, std::uint16_t item, std::uint16_t count = 1) {
     g.player.inventory[g.player.selected] = InventorySlot{item, count};
 }
 
-// Puts the player's body at rest with its top-left corner at (x, y).
 inline void put_player(Game& g, float x, float y) {
     g.player.x = x;
     g.player.y = y;
-    g.player.vx = 0.0f;
-    g.player.vy = 0.0f;
+    g.player.vx = g.player.vy = 0.0f;
 }
 
-// The player standing in column `col` with the bottom of its body on the top of
-// row `floor_row`, the camera centred on it.
+// The player's body standing in column `col` on the top of row `floor_row`.
 inline void stand_player(Game& g, int col, int floor_row) {
     put_player(g, static_cast<float>(col * 16 + 2), static_cast<float>(floor_row * 16 - 26));
     g.player.on_ground = 1;
@@ -64,14 +58,31 @@ inline void stand_player(Game& g, int col, int floor_row) {
     g.camera_y = g.player.y - 180.0f;
 }
 
-// The player's tile as crafting and spawning see it: its centre, truncated.
-inline int player_col(const Game& g) { return static_cast<int>((g.player.x + 6.0f) * 0.0625f); }
-inline int player_row(const Game& g) { return static_cast<int>((g.player.y + 13.0f) * 0.0625f); }
+// A live creature at rest: kind 0 is small with 5 hp, kind 1 large with 7.
+inline Creature& creature_at(Game& g, int slot, float x, float y, std::int32_t kind = 0) {
+    return g.creatures[slot] = Creature{x, y, 0.0f, 0.0f, kind ? 7 : 5, kind, 1, 0.0f, 0.0f, 1, 0};
+}
 
 // A pointer position (view pixels) that lands on the middle of tile (tx, ty).
 inline void point_at(const Game& g, FrameInput& in, int tx, int ty) {
     in.mouse_x = static_cast<int>(static_cast<float>(tx * 16 + 8) - g.camera_x);
     in.mouse_y = static_cast<int>(static_cast<float>(ty * 16 + 8) - g.camera_y);
 }
+
+// A closed room (columns 100..160, rows 80..100; the floor's top is at y 1616)
+// with the player standing empty-handed on tile (130, 100), body x 2082..2094
+// and y 1590..1616. No creature spawns unless a test says so.
+struct Room : ::testing::Test {
+    std::unique_ptr<Game> game = new_world();
+    Game& g = *game;
+    FrameInput in{};
+    void SetUp() override {
+        arena(g, 100, 80, 160, 100);
+        stand_player(g, 130, 101);
+        std::memset(g.player.inventory, 0, sizeof g.player.inventory);
+        g.creature_spawn_timer = 1.0e9f;
+    }
+    void step(float dt = STEP) { game_update(&g, &in, dt); }
+};
 
 }  // namespace fixtures
