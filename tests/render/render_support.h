@@ -1,28 +1,21 @@
-// Test support for drawing and screens: an exact 640 x 360 software canvas whose
-// pixels are read back, and a scratch data folder so nothing touches the
-// player's real save file.
+// Test support for drawing: an exact 640 x 360 software canvas whose pixels are
+// read back, and a game record on a given screen in full daylight.
 #pragma once
 
 #include <SDL.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <initializer_list>
 #include <memory>
 
 #include "core/game.h"
-#include "render/draw.h"
-#include "save/save_file.h"
+#include "render/view.h"
 
 // Pixels are compared as 0xRRGGBB.
 constexpr std::uint32_t rgb(std::uint32_t r, std::uint32_t g, std::uint32_t b) { return r << 16 | g << 8 | b; }
 
-struct Px {
-    int x, y;
-    std::uint32_t rgb;
-};
+struct Px { int x, y; std::uint32_t rgb; };
 
 struct Canvas {
     SDL_Surface* surface;
@@ -37,9 +30,12 @@ struct Canvas {
         SDL_DestroyRenderer(renderer);
         SDL_FreeSurface(surface);
     }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
 
+    void draw(const Game& g) {
+        FrameInput in{};
+        in.mouse_x = in.mouse_y = -100;  // the pointer off the view
+        render_game(renderer, &g, &in);
+    }
     std::uint32_t at(int x, int y) {
         SDL_RenderFlush(renderer);
         const auto* row = static_cast<const std::uint8_t*>(surface->pixels) + y * surface->pitch;
@@ -56,26 +52,12 @@ struct Canvas {
     }
 };
 
-// Value-initialised (all zero) on the heap: the record is about 95 KB.
-inline std::unique_ptr<Game> blank_game() { return std::make_unique<Game>(); }
-
-// One scratch folder per process, as XDG_DATA_HOME and working directory.
-inline const std::filesystem::path& scratch_home() {
-    struct Home {
-        std::filesystem::path dir;
-        Home() {
-            char tmpl[] = "/tmp/talven_test_XXXXXX";
-            dir = mkdtemp(tmpl);
-            setenv("XDG_DATA_HOME", dir.c_str(), 1);
-            std::filesystem::current_path(dir);
-        }
-        ~Home() {
-            std::error_code ec;
-            std::filesystem::current_path("/tmp", ec);
-            std::filesystem::remove_all(dir, ec);
-        }
-    };
-    static const Home home;
-    return home.dir;
+// An empty world at t = 0.47 (full light, no darkness), the player out of sight.
+inline std::unique_ptr<Game> game_on(std::uint32_t screen, std::uint32_t cursor = 0) {
+    auto g = std::make_unique<Game>();  // about 95 KB, so on the heap
+    g->screen = screen;
+    g->menu_cursor = cursor;
+    g->time_of_day = 0.47f;
+    g->player.x = 5000.0f;
+    return g;
 }
-

@@ -1,4 +1,4 @@
-// Screenshots, in process on software canvases and through the real program.
+// Screenshots, on a software canvas and through the real program.
 #include "render/screenshot.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <string>
 
 #include "render/render_support.h"
@@ -16,28 +16,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The file's size and depth, and its pixels as 0xRRGGBB.
-struct Bmp {
-    int w = 0, h = 0, bits = 0;
-    SDL_Surface* argb = nullptr;
-    explicit Bmp(const fs::path& path) {
-        SDL_Surface* raw = SDL_LoadBMP(path.c_str());
-        if (raw == nullptr) return;
-        w = raw->w;
-        h = raw->h;
-        bits = raw->format->BitsPerPixel;
-        argb = SDL_ConvertSurfaceFormat(raw, SDL_PIXELFORMAT_ARGB8888, 0);
-        SDL_FreeSurface(raw);
-    }
-    ~Bmp() { SDL_FreeSurface(argb); }
-    std::uint32_t at(int x, int y) const {
-        return static_cast<const std::uint32_t*>(argb->pixels)[y * argb->pitch / 4 + x] & 0xFFFFFFu;
-    }
-};
+// Every test process has its own scratch data folder.
+fs::path scratch() { return std::getenv("XDG_DATA_HOME"); }
 
 // Only an exact output size is written, so screenshots compare pixel for pixel.
 TEST(Screenshot, RefusesAnyOtherOutputSize) {
-    const fs::path path = scratch_home() / "big.bmp";
+    const fs::path path = scratch() / "big.bmp";
     Canvas big(1280, 720);
     EXPECT_EQ(render_screenshot(big.renderer, path.c_str()), 0);
     EXPECT_STREQ(SDL_GetError(), "screenshot output must be exactly 640x360 (got 1280x720)");
@@ -45,9 +29,8 @@ TEST(Screenshot, RefusesAnyOtherOutputSize) {
 }
 
 std::string slurp(const fs::path& path) {
-    std::stringstream s;
-    s << std::ifstream(path).rdbuf();
-    return s.str();
+    std::ifstream in(path);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 struct ProgramRun {
@@ -55,37 +38,33 @@ struct ProgramRun {
     std::string out, err;
 };
 
-// The real program, with its data folder in scratch space.
-ProgramRun run_talven(const fs::path& home, const std::string& args) {
-    fs::create_directories(home);
-    const std::string cmd = "XDG_DATA_HOME='" + home.string() + "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE "' " + args +
-                            " >'" + (home / "out").string() + "' 2>'" + (home / "err").string() + "'";
+// The real program taking one screenshot, its data folder in scratch space.
+ProgramRun run_talven(const fs::path& home, const std::string& shot, const char* more = "") {
+    const std::string cmd = "XDG_DATA_HOME='" + home.string() + "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE
+                            "' --screenshot '" + shot + "' " + more + " >'" + (home / "out").string() + "' 2>'" +
+                            (home / "err").string() + "'";
     const int status = std::system(cmd.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, slurp(home / "out"), slurp(home / "err")};
 }
 
-TEST(ScreenshotRun, DebugWorldShotIsThePlayViewAndSavesNothing) {
-    const fs::path home = scratch_home() / "run";
-    const fs::path shot = home / "debug.bmp";
-    const ProgramRun run = run_talven(home, "--screenshot '" + shot.string() + "' --debug-game");
-    EXPECT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_EQ(run.out, "screenshot: " + shot.string() + "\n");
-    const Bmp bmp(shot);
-    ASSERT_EQ(bmp.w, 640);
-    ASSERT_EQ(bmp.h, 360);
-    EXPECT_EQ(bmp.bits, 32);
-    EXPECT_EQ(bmp.at(150, 330), rgb(255, 222, 95));  // the selected hotbar slot
-    EXPECT_EQ(bmp.at(14, 15), rgb(224, 67, 83));     // a full heart
+TEST(ScreenshotRun, WritesThePlayViewOrSaysWhyNot) {
+    const fs::path home = scratch() / "run", shot = home / "debug.bmp", lost = home / "no" / "shot.bmp";
+    fs::create_directories(home);
+    const ProgramRun ok = run_talven(home, shot.string(), "--debug-game");
+    EXPECT_EQ(ok.exit_code, 0) << ok.err;
+    EXPECT_EQ(ok.out, "screenshot: " + shot.string() + "\n");
+    SDL_Surface* bmp = SDL_LoadBMP(shot.c_str());
+    ASSERT_NE(bmp, nullptr) << SDL_GetError();
+    EXPECT_EQ(bmp->w, 640);
+    EXPECT_EQ(bmp->h, 360);
+    EXPECT_EQ(bmp->format->BitsPerPixel, 32);
+    SDL_FreeSurface(bmp);
     for (const auto& entry : fs::recursive_directory_iterator(home)) EXPECT_NE(entry.path().extension(), ".tvw");
-}
 
-TEST(ScreenshotRun, MissingFolderFailsWithSdlsReason) {
-    const fs::path home = scratch_home() / "run_missing";
-    const fs::path shot = home / "no" / "such" / "shot.bmp";
-    const ProgramRun run = run_talven(home, "--screenshot '" + shot.string() + "'");
-    EXPECT_EQ(run.exit_code, 1);
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.err, "screenshot failed: Couldn't open " + shot.string() + "\n");
+    const ProgramRun bad = run_talven(home, lost.string());
+    EXPECT_EQ(bad.exit_code, 1);
+    EXPECT_EQ(bad.out, "");
+    EXPECT_EQ(bad.err, "screenshot failed: Couldn't open " + lost.string() + "\n");
     EXPECT_FALSE(fs::exists(home / "no"));
 }
 
