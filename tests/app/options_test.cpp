@@ -2,7 +2,6 @@
 // and the screenshot and frame-limit rules.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -18,91 +17,63 @@ const char* fake_env(const char* name) {
     return it == g_env.end() ? nullptr : it->second.c_str();
 }
 
-struct Parsed {
+struct Case {
+    std::vector<const char*> args;
+    std::map<std::string, std::string> env;
     OptionsAction action;
-    RunOptions opts;
+    int max_frames;
+    const char* screenshot;  // null: none
+    bool debug_game;
+    bool fixed_step;
 };
 
-Parsed parse(std::vector<const char*> args, std::map<std::string, std::string> env = {}) {
-    g_env = std::move(env);
-    args.insert(args.begin(), "talven");
-    Parsed p{};
-    p.action = parse_options(static_cast<int>(args.size()), args.data(), fake_env, &p.opts);
-    return p;
-}
+const OptionsAction RUN = OptionsAction::Run;
+
+const Case CASES[] = {
+    {{}, {}, RUN, 0, nullptr, false, false},
+    // Options override their variables.
+    {{"--max-frames", "2", "--screenshot", "b.bmp"}, {{"TALVEN_MAX_FRAMES", "5"}, {"TALVEN_SCREENSHOT", "a.bmp"}}, RUN, 2, "b.bmp", false, true},
+    {{"--debug-game"}, {{"TALVEN_DEBUG_GAME", "0"}}, RUN, 0, nullptr, true, false},
+    // Variables read with atoi; only the screenshot variable counts when empty.
+    {{}, {{"TALVEN_MAX_FRAMES", "12abc"}, {"TALVEN_DEBUG_GAME", "yes"}}, RUN, 12, nullptr, false, true},
+    {{}, {{"TALVEN_MAX_FRAMES", ""}, {"TALVEN_DEBUG_GAME", "2"}}, RUN, 0, nullptr, true, false},
+    {{}, {{"TALVEN_SCREENSHOT", ""}}, RUN, 3, "", false, true},
+    // A screenshot needs a frame to be taken on: limits below 1 become 3.
+    {{"--screenshot", "s.bmp", "--max-frames", "-7"}, {}, RUN, 3, "s.bmp", false, true},
+    {{"--screenshot", "s.bmp", "--max-frames", "10"}, {}, RUN, 10, "s.bmp", false, true},
+    // A negative limit means no limit and measured time.
+    {{"--max-frames", "-1"}, {}, RUN, -1, nullptr, false, false},
+    // Values are consumed whatever they look like; a trailing option is ignored.
+    {{"--max-frames", "--help"}, {}, RUN, 0, nullptr, false, false},
+    {{"--screenshot", "--selftest"}, {}, RUN, 3, "--selftest", false, true},
+    {{"--max-frames"}, {{"TALVEN_MAX_FRAMES", "4"}}, RUN, 4, nullptr, false, true},
+    {{"--screenshot"}, {}, RUN, 0, nullptr, false, false},
+    // The first of the two stop words wins; near misses are ignored.
+    {{"--help", "--selftest"}, {}, OptionsAction::Help, 0, nullptr, false, false},
+    {{"--bogus", "-h", "--HELP", "--selftest", "--help"}, {}, OptionsAction::Selftest, 0, nullptr, false, false},
+};
 
 }  // namespace
 
-TEST(Options, NothingGivenMeansInteractivePlay) {
-    const Parsed p = parse({});
-    EXPECT_EQ(p.action, OptionsAction::Run);
-    EXPECT_EQ(p.opts.max_frames, 0);
-    EXPECT_EQ(p.opts.screenshot, nullptr);
-    EXPECT_FALSE(p.opts.debug_game);
-    EXPECT_FALSE(p.opts.fixed_step);
-}
-
-TEST(Options, OptionsOverrideVariables) {
-    const Parsed p = parse({"--max-frames", "2", "--screenshot", "b.bmp"},
-                           {{"TALVEN_MAX_FRAMES", "5"}, {"TALVEN_SCREENSHOT", "a.bmp"}, {"TALVEN_DEBUG_GAME", "0"}});
-    EXPECT_EQ(p.opts.max_frames, 2);
-    EXPECT_STREQ(p.opts.screenshot, "b.bmp");
-    EXPECT_FALSE(p.opts.debug_game);
-
-    EXPECT_EQ(parse({}, {{"TALVEN_MAX_FRAMES", "5"}}).opts.max_frames, 5);
-    EXPECT_TRUE(parse({"--debug-game"}, {{"TALVEN_DEBUG_GAME", "0"}}).opts.debug_game);
-}
-
-TEST(Options, VariablesFollowAtoi) {
-    EXPECT_EQ(parse({}, {{"TALVEN_MAX_FRAMES", "abc"}}).opts.max_frames, 0);
-    EXPECT_EQ(parse({}, {{"TALVEN_MAX_FRAMES", "12abc"}}).opts.max_frames, 12);
-    EXPECT_EQ(parse({}, {{"TALVEN_MAX_FRAMES", "-4"}}).opts.max_frames, -4);
-    EXPECT_FALSE(parse({}, {{"TALVEN_DEBUG_GAME", "yes"}}).opts.debug_game);
-    EXPECT_FALSE(parse({}, {{"TALVEN_DEBUG_GAME", ""}}).opts.debug_game);
-    EXPECT_TRUE(parse({}, {{"TALVEN_DEBUG_GAME", "2"}}).opts.debug_game);
-}
-
-TEST(Options, EmptyScreenshotVariableStillMeansScreenshotMode) {
-    const Parsed p = parse({}, {{"TALVEN_SCREENSHOT", ""}});
-    ASSERT_NE(p.opts.screenshot, nullptr);
-    EXPECT_STREQ(p.opts.screenshot, "");
-    EXPECT_EQ(p.opts.max_frames, 3);
-    EXPECT_TRUE(p.opts.fixed_step);
-    // An empty frame-limit variable, by contrast, is ignored.
-    EXPECT_EQ(parse({}, {{"TALVEN_MAX_FRAMES", ""}}).opts.max_frames, 0);
-}
-
-TEST(Options, ScreenshotAndFrameLimitRules) {
-    EXPECT_EQ(parse({"--screenshot", "s.bmp"}).opts.max_frames, 3);
-    EXPECT_EQ(parse({"--screenshot", "s.bmp", "--max-frames", "0"}).opts.max_frames, 3);
-    EXPECT_EQ(parse({"--screenshot", "s.bmp", "--max-frames", "-7"}).opts.max_frames, 3);
-    EXPECT_EQ(parse({"--screenshot", "s.bmp", "--max-frames", "10"}).opts.max_frames, 10);
-
-    const Parsed negative = parse({"--max-frames", "-1"});
-    EXPECT_EQ(negative.opts.max_frames, -1);
-    EXPECT_FALSE(negative.opts.fixed_step);  // measured time, no limit
-    EXPECT_TRUE(parse({"--max-frames", "1"}).opts.fixed_step);
-}
-
-TEST(Options, ValuesAreConsumedWhateverTheyLookLike) {
-    const Parsed help_as_value = parse({"--max-frames", "--help"});
-    EXPECT_EQ(help_as_value.action, OptionsAction::Run);
-    EXPECT_EQ(help_as_value.opts.max_frames, 0);
-
-    const Parsed selftest_as_path = parse({"--screenshot", "--selftest"});
-    EXPECT_EQ(selftest_as_path.action, OptionsAction::Run);
-    EXPECT_STREQ(selftest_as_path.opts.screenshot, "--selftest");
-}
-
-TEST(Options, TrailingOptionWithoutValueIsIgnored) {
-    EXPECT_EQ(parse({"--max-frames"}, {{"TALVEN_MAX_FRAMES", "4"}}).opts.max_frames, 4);
-    EXPECT_EQ(parse({"--screenshot"}).opts.screenshot, nullptr);
-}
-
-TEST(Options, FirstOfHelpAndSelftestWins) {
-    EXPECT_EQ(parse({"--help", "--selftest"}).action, OptionsAction::Help);
-    EXPECT_EQ(parse({"--selftest", "--help"}).action, OptionsAction::Selftest);
-    EXPECT_EQ(parse({"--bogus", "-h", "--HELP", "--selftest"}).action, OptionsAction::Selftest);
+TEST(Options, ParsesEnvironmentThenArguments) {
+    for (std::size_t i = 0; i < std::size(CASES); ++i) {
+        const Case& c = CASES[i];
+        g_env = c.env;
+        std::vector<const char*> argv = c.args;
+        argv.insert(argv.begin(), "talven");
+        RunOptions got{};
+        const OptionsAction action = parse_options(static_cast<int>(argv.size()), argv.data(), fake_env, &got);
+        const std::string where = "case " + std::to_string(i);
+        EXPECT_EQ(action, c.action) << where;
+        if (action != RUN) continue;
+        EXPECT_EQ(got.max_frames, c.max_frames) << where;
+        EXPECT_EQ(got.screenshot == nullptr, c.screenshot == nullptr) << where;
+        if (got.screenshot && c.screenshot) {
+            EXPECT_STREQ(got.screenshot, c.screenshot) << where;
+        }
+        EXPECT_EQ(got.debug_game, c.debug_game) << where;
+        EXPECT_EQ(got.fixed_step, c.fixed_step) << where;
+    }
 }
 
 TEST(Options, UsageText) {
