@@ -15,6 +15,7 @@ namespace {
 struct RunResult {
     int exit_code;
     std::string output;  // standard output and standard error together
+    bool saved;          // the save file exists in the scratch data folder afterwards
 };
 
 // Runs the game with a scratch data folder so no real save file is touched.
@@ -23,7 +24,7 @@ RunResult run_talven(const std::string& args, const std::string& env = "") {
     fs::create_directories(scratch);
     const std::string cmd = "cd '" + scratch.string() + "' && env XDG_DATA_HOME='" + scratch.string() +
                             "' SDL_VIDEODRIVER=dummy " + env + " '" TALVEN_EXE "' " + args + " 2>&1";
-    RunResult r{-1, {}};
+    RunResult r{-1, {}, false};
     FILE* pipe = ::popen(cmd.c_str(), "r");
     if (pipe == nullptr) return r;
     std::array<char, 512> buf{};
@@ -31,6 +32,7 @@ RunResult run_talven(const std::string& args, const std::string& env = "") {
     while ((n = std::fread(buf.data(), 1, buf.size(), pipe)) > 0) r.output.append(buf.data(), n);
     const int status = ::pclose(pipe);
     r.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    r.saved = fs::exists(scratch / "duskwell" / "talven" / "talven_world.tvw");
     fs::remove_all(scratch);
     return r;
 }
@@ -53,4 +55,5 @@ TEST(Program, FrameLimitEndsTheRunWithoutSaving) {
     const RunResult r = run_talven("--debug-game --max-frames 5");
     EXPECT_EQ(r.exit_code, 0) << r.output;
     EXPECT_EQ(r.output, "");
+    EXPECT_FALSE(r.saved) << "a run with a frame limit saved its world at exit";
 }
