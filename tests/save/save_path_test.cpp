@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 #include "save/save_support.h"
@@ -12,17 +13,22 @@ namespace {
 
 using namespace save_test;
 
-// Builds the path with XDG_DATA_HOME and HOME set as given (null = unset).
+// Builds the path with XDG_DATA_HOME and HOME set as given (null = unset), then
+// puts both back as they were: an unset variable stays unset, never empty, since an
+// empty XDG_DATA_HOME would send later saves to the filesystem root.
 std::string path_with(const char* data_home, const char* home) {
-    const std::string old_data = std::getenv("XDG_DATA_HOME") ? std::getenv("XDG_DATA_HOME") : "";
-    const std::string old_home = std::getenv("HOME") ? std::getenv("HOME") : "";
+    auto get = [](const char* name) -> std::optional<std::string> {
+        const char* v = std::getenv(name);
+        return v ? std::optional<std::string>(v) : std::nullopt;
+    };
     auto set = [](const char* name, const char* value) { value ? setenv(name, value, 1) : unsetenv(name); };
+    const std::optional<std::string> old_data = get("XDG_DATA_HOME"), old_home = get("HOME");
     set("XDG_DATA_HOME", data_home);
     set("HOME", home);
     char out[1024];
     build_save_path(out, sizeof out);
-    set("XDG_DATA_HOME", old_data.c_str());
-    set("HOME", old_home.c_str());
+    set("XDG_DATA_HOME", old_data ? old_data->c_str() : nullptr);
+    set("HOME", old_home ? old_home->c_str() : nullptr);
     return out;
 }
 
