@@ -6,9 +6,9 @@
 
 constexpr float FIXED_STEP = 1.0f / 60.0f;
 
-// The difference is taken in 64 bits before converting to float: a counter in
-// nanoseconds passes 2^53 ns within days, and as floats two readings a frame
-// apart become equal long before that.
+// The difference is taken in 64 bits before converting to float: a float keeps
+// 24 bits, so after a few days of uptime two nanosecond readings a frame apart
+// round to the same float and the frame time would come out as 0.
 inline float elapsed_seconds(std::uint64_t previous, std::uint64_t now, std::uint64_t frequency) {
     return static_cast<float>(now - previous) / static_cast<float>(frequency);
 }
