@@ -1,4 +1,3 @@
-#define SDL_MAIN_HANDLED
 #include "app/main_loop.h"
 
 int main(int argc, char** argv) { return app_main(argc, argv); }
