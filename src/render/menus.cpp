@@ -101,11 +101,7 @@ void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
     const InventorySlot& slot = g.player.inventory[i];
     if (slot.item == 0) return;
     draw_item(r, slot.item, x + 7, y + 6, 16, world_hash(g.seed, i, slot.item));
-    if (slot.count > 1) {
-        char count[12];
-        std::snprintf(count, sizeof count, "%d", static_cast<int>(slot.count));
-        text(r, right_aligned_text_x(x + 28, count), y + 21, count, LABEL, 1);
-    }
+    stack_count(r, x + 28, y + 21, slot.count, LABEL);
 }
 
 const char* selected_item_name(const Player& p) {

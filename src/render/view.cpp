@@ -252,11 +252,7 @@ void draw_hotbar(SDL_Renderer* r, const Game& g) {
         const InventorySlot& slot = p.inventory[i];
         if (slot.item == 0) continue;
         draw_item(r, slot.item, x + 8, 329, 16, world_hash(g.seed, i, slot.item));
-        if (slot.count > 1) {
-            char count[12];
-            std::snprintf(count, sizeof count, "%d", static_cast<int>(slot.count));
-            text(r, right_aligned_text_x(x + 30, count), 345, count, HUD_TEXT, 1);
-        }
+        stack_count(r, x + 30, 345, slot.count, HUD_TEXT);
     }
     const InventorySlot* held = selected_slot(p);
     if (held != nullptr && held->item != 0) {
