@@ -1,5 +1,6 @@
 #include "render/draw.h"
 
+#include <cstdio>
 #include <cstring>
 
 // The font as pictures: row strings from top to bottom, tested character by
@@ -107,4 +108,11 @@ int centred_text_x(const char* str, int scale) {
 
 int right_aligned_text_x(int right_edge, const char* str) {
     return right_edge + 1 - GLYPH_ADVANCE * static_cast<int>(std::strlen(str));
+}
+
+void stack_count(SDL_Renderer* renderer, int right_edge, int y, int count, std::uint32_t colour) {
+    if (count <= 1) return;
+    char digits[12];
+    std::snprintf(digits, sizeof digits, "%d", count);
+    text(renderer, right_aligned_text_x(right_edge, digits), y, digits, colour, 1);
 }

@@ -37,3 +37,6 @@ void text(SDL_Renderer* renderer, int x, int y, const char* str, std::uint32_t c
 int centred_text_x(const char* str, int scale);
 // Start x of a scale-1 string whose last cell ends on column `right_edge`.
 int right_aligned_text_x(int right_edge, const char* str);
+
+// A slot's stack size, right-aligned on `right_edge`; a single item shows no number.
+void stack_count(SDL_Renderer* renderer, int right_edge, int y, int count, std::uint32_t colour);

@@ -74,7 +74,8 @@ struct BlockLook {
 
 constexpr u32 PALE_TOP = rgba(220, 220, 220);
 
-// Indexed by tile id; 0 and 14 are never drawn from here (0 draws as the grey block).
+// Indexed by tile id. Row 0 is the grey block for every id without a look of
+// its own; the torch row only keeps the indices aligned (the torch has its own picture).
 const BlockLook BLOCKS[TILE_MAX + 1] = {
     {rgba(155, 155, 155), PALE_TOP, rgba(80, 80, 80), no_detail},                // unknown
     {rgba(65, 164, 77), PALE_TOP, rgba(87, 59, 42), grass_cap},                  // GRASS

@@ -5,6 +5,7 @@
 #include "core/tiles.h"
 #include "render/draw.h"
 #include "render/icons.h"
+#include "render/view.h"
 #include "save/save_file.h"
 #include "save/save_path.h"
 #include "world/world_gen.h"
@@ -80,14 +81,6 @@ void draw_title_menu(SDL_Renderer* r, std::uint32_t cursor) {
     }
 }
 
-// Notices are bounded by their field, whatever the record holds.
-void centred_notice(SDL_Renderer* r, const Game& g, int y, std::uint32_t colour) {
-    if (!(g.notice_timer > 0.0f)) return;
-    char line[NOTICE_SIZE + 1];
-    std::snprintf(line, sizeof line, "%.*s", NOTICE_SIZE, g.notice);
-    text(r, centred_text_x(line, 1), y, line, colour, 1);
-}
-
 void form_field(SDL_Renderer* r, int y, const char* value, bool focused) {
     fill(r, 137, y, 366, 30, rgba(8, 12, 24));
     outline(r, 137, y, 366, 30, focused ? FIELD_FOCUS_EDGE : FORM_QUIET_EDGE);
@@ -108,11 +101,7 @@ void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
     const InventorySlot& slot = g.player.inventory[i];
     if (slot.item == 0) return;
     draw_item(r, slot.item, x + 7, y + 6, 16, world_hash(g.seed, i, slot.item));
-    if (slot.count > 1) {
-        char count[12];
-        std::snprintf(count, sizeof count, "%d", static_cast<int>(slot.count));
-        text(r, right_aligned_text_x(x + 28, count), y + 21, count, LABEL, 1);
-    }
+    stack_count(r, x + 28, y + 21, slot.count, LABEL);
 }
 
 const char* selected_item_name(const Player& p) {
@@ -138,7 +127,7 @@ void render_title(SDL_Renderer* renderer, const Game* game) {
     draw_lamp(renderer);
     draw_title_menu(renderer, game->menu_cursor);
     // Only failures reach the title as notices.
-    centred_notice(renderer, *game, 286, FAILURE);
+    draw_notice(renderer, game, 286, FAILURE);
     text(renderer, 243, 315, "DIG  BUILD  CRAFT  SURVIVE", MENU_HINT, 1);
     text(renderer, 234, 334, "ARROWS OR WASD   ENTER SELECT", MENU_HINT, 1);
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 
 #include "core/tiles.h"
 #include "render/draw.h"
@@ -253,24 +252,13 @@ void draw_hotbar(SDL_Renderer* r, const Game& g) {
         const InventorySlot& slot = p.inventory[i];
         if (slot.item == 0) continue;
         draw_item(r, slot.item, x + 8, 329, 16, world_hash(g.seed, i, slot.item));
-        if (slot.count > 1) {
-            char count[12];
-            std::snprintf(count, sizeof count, "%d", static_cast<int>(slot.count));
-            text(r, right_aligned_text_x(x + 30, count), 345, count, HUD_TEXT, 1);
-        }
+        stack_count(r, x + 30, 345, slot.count, HUD_TEXT);
     }
     const InventorySlot* held = selected_slot(p);
     if (held != nullptr && held->item != 0) {
         const char* name = item_name(held->item);
         text(r, centred_text_x(name, 1), 311, name, HUD_TEXT, 1);
     }
-}
-
-void draw_notice(SDL_Renderer* r, const Game& g) {
-    if (!(g.notice_timer > 0.0f)) return;
-    char line[NOTICE_SIZE + 1];
-    std::snprintf(line, sizeof line, "%.*s", NOTICE_SIZE, g.notice);
-    text(r, centred_text_x(line, 1), 48, line, HUD_TEXT, 1);
 }
 
 void render_play_view(SDL_Renderer* r, const Game& g, const FrameInput& in) {
@@ -292,10 +280,18 @@ void render_play_view(SDL_Renderer* r, const Game& g, const FrameInput& in) {
     draw_name_and_day(r, g);
     draw_hotbar(r, g);
     text(r, 10, 29, "E INVENTORY  ESC PAUSE", HINT_TEXT, 1);
-    draw_notice(r, g);
+    draw_notice(r, &g, 48, HUD_TEXT);
 }
 
 }  // namespace
+
+// The field may lack its terminator, so at most its own size is read.
+void draw_notice(SDL_Renderer* renderer, const Game* game, int y, std::uint32_t colour) {
+    if (!(game->notice_timer > 0.0f)) return;
+    char line[NOTICE_SIZE + 1];
+    std::snprintf(line, sizeof line, "%.*s", NOTICE_SIZE, game->notice);
+    text(renderer, centred_text_x(line, 1), y, line, colour, 1);
+}
 
 void render_game(SDL_Renderer* renderer, const Game* game, const FrameInput* input) {
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);

@@ -5,7 +5,13 @@
 
 #include <SDL.h>
 
+#include <cstdint>
+
 #include "core/frame_input.h"
 #include "core/game.h"
 
 void render_game(SDL_Renderer* renderer, const Game* game, const FrameInput* input);
+
+// The notice, centred at y while its timer runs. The play view and the title
+// show it in colours of their own.
+void draw_notice(SDL_Renderer* renderer, const Game* game, int y, std::uint32_t colour);
