@@ -41,6 +41,38 @@ TEST_F(FrameUpdate, DayClockTakesFiveFramesToWrapFromNearlyOneAndNightSpawnsFast
     }
 }
 
+// One 0.05 s frame of each kind of motion, from rest on the room's floor or in
+// its open air; the expected speeds are worked out by hand from the rules.
+TEST_F(FrameUpdate, OneFrameOfPlayerCreatureAndDropMotion) {
+    struct Row {
+        const char* what;
+        void (*set_up)(Game&, FrameInput&);
+        float vx, vy;  // afterwards: player, else creature 0, else drop 0
+        int who;       // 0 player, 1 creature, 2 drop
+    };
+    const Row rows[] = {
+        {"run start", [](Game&, FrameInput& i) { i.right = 1; }, 38.0f, 0.0f, 0},
+        {"running jump", [](Game&, FrameInput& i) { i.right = i.jump_pressed = i.jump_held = 1; }, 38.0f, -222.0f, 0},
+        {"short hop", [](Game&, FrameInput& i) { i.jump_pressed = 1; }, 0.0f, -196.0f, 0},
+        {"both keys brake", [](Game& w, FrameInput& i) { i.left = i.right = 1; w.player.vx = 60.0f; }, 19.0f, 0.0f, 0},
+        {"air keeps speed", [](Game& w, FrameInput&) { fixtures::put_player(w, 2000.0f, 1400.0f); w.player.vx = 60.0f; w.player.vy = 380.0f; w.player.on_ground = 0; }, 60.0f, 390.0f, 0},
+        {"air control", [](Game& w, FrameInput& i) { fixtures::put_player(w, 2000.0f, 1400.0f); w.player.on_ground = 0; i.left = 1; }, -19.5f, 36.0f, 0},
+        {"large chases", [](Game& w, FrameInput&) { fixtures::creature_at(w, 0, 2000.0f, 1601.0f, 1).on_ground = 1; }, 4.6f, 0.0f, 1},
+        {"small wanders", [](Game& w, FrameInput&) { fixtures::creature_at(w, 0, 1700.0f, 1601.0f).on_ground = 1; }, 22.0f, 0.0f, 1},
+        {"drop settles", [](Game& w, FrameInput&) { w.drops[0] = Drop{1700.0f, 1607.0f, 10.0f, 0.0f, TILE_DIRT, 1, 40.0f, 1}; }, 8.5f, 0.0f, 2},
+    };
+    for (const Row& r : rows) {
+        auto w = fixtures::copy_of(g);
+        FrameInput input{};
+        r.set_up(*w, input);
+        game_update(w.get(), &input, 0.05f);
+        const float vx = r.who == 0 ? w->player.vx : r.who == 1 ? w->creatures[0].vx : w->drops[0].vx;
+        const float vy = r.who == 0 ? w->player.vy : r.who == 1 ? w->creatures[0].vy : w->drops[0].vy;
+        EXPECT_FLOAT_EQ(vx, r.vx) << r.what;
+        EXPECT_FLOAT_EQ(vy, r.vy) << r.what;
+    }
+}
+
 TEST_F(FrameUpdate, CameraNeverShowsOutsideTheWorld) {
     fixtures::fill_tiles(g, 0, 0, 5, 5, TILE_STONE);
     fixtures::fill_tiles(g, 0, 0, 3, 2, TILE_EMPTY);
