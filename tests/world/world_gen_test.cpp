@@ -104,6 +104,13 @@ TEST(WorldGenerate, OresFollowTheirDepthRulesAndOnlyReplaceStone) {
                 }
             }
         }
+        // Cave air where the coal rule fires stays air: ore only replaces stone.
+        int air_kept = 0;
+        for (int y = 79; y <= 155; ++y)
+            for (int x = 2; x <= 509; ++x)
+                air_kept += world_hash(g->seed, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)) % 97 < 4 &&
+                            tile_at(*g, x, y) == TILE_EMPTY;
+        EXPECT_GT(air_kept, 10) << "seed " << seed;
         // Row 156 is stone under every cave, so every firing rule there shows:
         // an ore wherever the hash says so, at both ends of the column range.
         const int y = 156;
