@@ -39,27 +39,30 @@ protected:
         s.copy(e.text.text, sizeof e.text.text);
         send(e);
     }
-    void click(Uint8 button, int x, int y) {
-        send({.button = {SDL_MOUSEBUTTONDOWN, 0, 0, 0, button, SDL_PRESSED, 1, 0, x, y}});
-    }
-    void wheel(int x, int y) {
-        send({.wheel = {SDL_MOUSEWHEEL, 0, 0, 0, x, y, SDL_MOUSEWHEEL_NORMAL, 0.0f, 0.0f, 0, 0}});
-    }
+    void click(Uint8 b, int x, int y) { send({.button = {SDL_MOUSEBUTTONDOWN, 0, 0, 0, b, SDL_PRESSED, 1, 0, x, y}}); }
+    Uint32 fullscreen() { return SDL_GetWindowFlags(window) & (SDL_WINDOW_FULLSCREEN | SDL_WINDOW_FULLSCREEN_DESKTOP); }
 
     SDL_Window* window = nullptr;
     std::unique_ptr<Game> g = std::make_unique<Game>();
     FrameInput in{};
 };
 
-// Space jumps rather than choosing on the pause menu.
+// The inventory ignores held keys too. Space jumps rather than choosing on the
+// pause menu. F11 is never repeated.
 TEST_F(Screens, TitleIgnoresHeldKeysWhilePauseRepeatsThem) {
-    keys({SDLK_UP});
-    keys({SDLK_DOWN, SDLK_s, SDLK_RETURN, SDLK_SPACE}, true);
+    keys({SDLK_UP, SDLK_F11});
+    keys({SDLK_DOWN, SDLK_s, SDLK_RETURN, SDLK_SPACE, SDLK_F11}, true);
     EXPECT_EQ(g->menu_cursor, 2u);
     EXPECT_EQ(g->running, 1);
+    EXPECT_EQ(fullscreen(), static_cast<Uint32>(SDL_WINDOW_FULLSCREEN_DESKTOP));
+    keys({SDLK_F11});
+    EXPECT_EQ(fullscreen(), 0u);
 
     game_new(g.get(), 77, "PLAY");
-    keys({SDLK_ESCAPE});
+    keys({SDLK_e});
+    keys({SDLK_ESCAPE, SDLK_e}, true);
+    EXPECT_EQ(g->screen, SCREEN_INVENTORY);
+    keys({SDLK_ESCAPE, SDLK_ESCAPE});
     keys({SDLK_DOWN, SDLK_s}, true);
     EXPECT_EQ(g->menu_cursor, 2u);
     in = {};
@@ -71,36 +74,27 @@ TEST_F(Screens, TitleIgnoresHeldKeysWhilePauseRepeatsThem) {
     EXPECT_EQ(g->world_open, 1);  // left for the save at exit
 }
 
-// One key script through every screen change; SDLK_UNKNOWN, like any unlisted key, does nothing.
+// One key script through every screen change; SDLK_UNKNOWN, like any unlisted key,
+// does nothing. Every visit to the form starts from the same seed; its seed and
+// name rows ignore Return; reopening the pause menu starts again on RESUME.
 TEST_F(Screens, WalksEveryTransition) {
     keys({SDLK_DOWN, SDLK_RETURN});  // LOAD WORLD with nothing to load
     EXPECT_STREQ(g->notice, "NO WORLD FOUND");
     EXPECT_EQ(g->notice_timer, 2.0f);
-    const struct {
-        SDL_Keycode k[3];
-        bool repeat;
-        std::uint32_t screen;
-    } script[] = {
-        {{SDLK_UP, SDLK_RETURN}, false, SCREEN_CREATE},
-        {{SDLK_TAB, SDLK_RIGHT, SDLK_ESCAPE}, false, SCREEN_TITLE},
-        {{SDLK_SPACE}, false, SCREEN_CREATE},  // every visit starts from the same seed
-        {{SDLK_UP, SDLK_RETURN}, false, SCREEN_TITLE},  // BACK
-        {{SDLK_RETURN, SDLK_TAB, SDLK_RETURN}, false, SCREEN_CREATE},  // the seed and name rows ignore Return
-        {{SDLK_LEFT, SDLK_UP, SDLK_RETURN}, false, SCREEN_CREATE},
-        {{SDLK_DOWN, SDLK_DOWN, SDLK_RETURN}, false, SCREEN_PLAYING},  // CREATE WORLD
-        {{SDLK_e}, false, SCREEN_INVENTORY},
-        {{SDLK_ESCAPE}, false, SCREEN_PLAYING},
-        {{SDLK_e, SDLK_e}, false, SCREEN_PLAYING},
-        {{SDLK_ESCAPE}, false, SCREEN_PAUSE},
-        {{SDLK_DOWN, SDLK_ESCAPE}, false, SCREEN_PLAYING},  // reopening starts again on RESUME
-        {{SDLK_e}, false, SCREEN_INVENTORY},
-        {{SDLK_ESCAPE, SDLK_e}, true, SCREEN_INVENTORY},
-        {{SDLK_e, SDLK_ESCAPE, SDLK_DOWN}, false, SCREEN_PAUSE},
-        {{SDLK_RETURN}, false, SCREEN_TITLE},  // SAVE AND TITLE
-        {{SDLK_DOWN, SDLK_RETURN}, false, SCREEN_PLAYING},  // LOAD WORLD
+    const struct { SDL_Keycode k[3]; std::uint32_t screen; } script[] = {
+        {{SDLK_UP, SDLK_RETURN}, SCREEN_CREATE},    {{SDLK_TAB, SDLK_RIGHT, SDLK_ESCAPE}, SCREEN_TITLE},
+        {{SDLK_SPACE}, SCREEN_CREATE},              {{SDLK_UP, SDLK_RETURN}, SCREEN_TITLE},  // BACK
+        {{SDLK_RETURN, SDLK_TAB, SDLK_RETURN}, SCREEN_CREATE}, {{SDLK_LEFT, SDLK_UP, SDLK_RETURN}, SCREEN_CREATE},
+        {{SDLK_DOWN, SDLK_DOWN, SDLK_RETURN}, SCREEN_PLAYING},  // CREATE WORLD
+        {{SDLK_e}, SCREEN_INVENTORY},               {{SDLK_ESCAPE}, SCREEN_PLAYING},
+        {{SDLK_e, SDLK_e}, SCREEN_PLAYING},         {{SDLK_ESCAPE}, SCREEN_PAUSE},
+        {{SDLK_DOWN, SDLK_ESCAPE}, SCREEN_PLAYING}, {{SDLK_e}, SCREEN_INVENTORY},
+        {{SDLK_e, SDLK_ESCAPE, SDLK_DOWN}, SCREEN_PAUSE},
+        {{SDLK_RETURN}, SCREEN_TITLE},              // SAVE AND TITLE
+        {{SDLK_DOWN, SDLK_RETURN}, SCREEN_PLAYING},  // LOAD WORLD
     };
     for (const auto& step : script) {
-        keys({step.k[0], step.k[1], step.k[2]}, step.repeat);
+        keys({step.k[0], step.k[1], step.k[2]});
         EXPECT_EQ(g->screen, step.screen) << &step - script;
     }
     EXPECT_EQ(g->seed, 5010500u);
@@ -115,40 +109,40 @@ TEST_F(Screens, WalksEveryTransition) {
     EXPECT_EQ(g->running, 0);
 }
 
+// Whole text events or nothing; Backspace takes one byte of a two-byte character.
+// W and S are letters here, not navigation; Left and Right act on the seed row only.
 TEST_F(Screens, FormEditsNameBytesAndSeed) {
     keys({SDLK_RETURN});
     std::strcpy(g->name, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123");  // 30 bytes
-    for (const char* t : {"xy", "z", "y"}) type(t);          // whole events or nothing
+    for (const char* t : {"xy", "z", "y"}) type(t);
     EXPECT_STREQ(g->name, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123z");
     std::strcpy(g->name, "AB\xC3\xA9");
     keys({SDLK_BACKSPACE});
-    EXPECT_STREQ(g->name, "AB\xC3");  // one byte of a two-byte character
+    EXPECT_STREQ(g->name, "AB\xC3");
     keys({SDLK_BACKSPACE, SDLK_BACKSPACE, SDLK_BACKSPACE}, true);
     type("ws");
-    keys({SDLK_w, SDLK_s, SDLK_LEFT});  // letters here, not navigation; Left only on the seed row
+    keys({SDLK_w, SDLK_s, SDLK_LEFT});
     EXPECT_STREQ(g->name, "ws");
     EXPECT_EQ(g->seed, 5010501u);
 
     g->seed = 0;
     keys({SDLK_TAB, SDLK_LEFT, SDLK_BACKSPACE});
     type("z");
-    EXPECT_EQ(g->seed, 4294967295u);
-    EXPECT_STREQ(g->name, "ws");
+    EXPECT_EQ(std::pair(g->seed, std::string_view(g->name)), std::pair(4294967295u, std::string_view("ws")));
     keys({SDLK_RIGHT, SDLK_RIGHT, SDLK_0}, true);
     EXPECT_EQ(g->seed, 1u);
 }
 
-// Only a step up goes back a slot; a step down or sideways goes on.
+// Only a step up goes back a slot; a step down or sideways goes on; only in play.
 TEST_F(Screens, TheWheelStepsThroughTheHotbar) {
     game_new(g.get(), 77, "PLAY");
-    const int turns[][3] = {{0, 1, 9}, {0, -1, 0}, {1, 0, 1}, {0, 3, 0}};  // x, y, slot after
-    for (const auto& t : turns) {
-        wheel(t[0], t[1]);
-        EXPECT_EQ(g->player.selected, static_cast<std::uint32_t>(t[2])) << t[0] << "," << t[1];
+    const int turns[][4] = {{SCREEN_PLAYING, 0, 1, 9}, {SCREEN_PLAYING, 0, -1, 0}, {SCREEN_PLAYING, 1, 0, 1},
+                            {SCREEN_PLAYING, 0, 3, 0}, {SCREEN_INVENTORY, 0, 1, 0}};  // screen, x, y, slot after
+    for (const auto& [screen, x, y, slot] : turns) {
+        g->screen = static_cast<std::uint32_t>(screen);
+        send({.wheel = {SDL_MOUSEWHEEL, 0, 0, 0, x, y, SDL_MOUSEWHEEL_NORMAL, 0.0f, 0.0f, 0, 0}});
+        EXPECT_EQ(g->player.selected, static_cast<std::uint32_t>(slot)) << x << "," << y;
     }
-    g->screen = SCREEN_INVENTORY;
-    wheel(0, 1);
-    EXPECT_EQ(g->player.selected, 0u);
 }
 
 // 34 x 40 cells tile the grid without gaps.
@@ -159,18 +153,16 @@ TEST(SlotHitTest, ExactEdgesOfTheGrid) {
 }
 
 // Button positions arrive in view pixels; mapping them again through the 1280 x 720
-// window would halve them. The sampled pointer arrives in window pixels.
+// window would halve them. The sampled pointer arrives in window pixels. Menu
+// items, form buttons and hotbar slot 6 take no clicks.
 TEST_F(Screens, OnlyTheSlotGridTakesClicksInViewPixels) {
     game_new(g.get(), 77, "PLAY");
-    const struct {
-        std::uint32_t screen;
-        int x, y;  // a menu item, form button or hotbar slot 6
-    } targets[] = {{SCREEN_TITLE, 320, 190}, {SCREEN_CREATE, 230, 290}, {SCREEN_PAUSE, 320, 160},
-                   {SCREEN_PLAYING, 252, 80}};
-    for (const auto& t : targets) {
-        g->screen = t.screen;
-        click(SDL_BUTTON_LEFT, t.x, t.y);
-        EXPECT_EQ(g->screen, t.screen);
+    const std::uint32_t targets[][3] = {
+        {SCREEN_TITLE, 320, 190}, {SCREEN_CREATE, 230, 290}, {SCREEN_PAUSE, 320, 160}, {SCREEN_PLAYING, 252, 80}};
+    for (const auto& [screen, x, y] : targets) {
+        g->screen = screen;
+        click(SDL_BUTTON_LEFT, static_cast<int>(x), static_cast<int>(y));
+        EXPECT_EQ(g->screen, screen);
     }
     click(SDL_BUTTON_RIGHT, 0, 0);
     click(SDL_BUTTON_MIDDLE, INT_MAX, INT_MIN);
@@ -187,24 +179,14 @@ TEST_F(Screens, OnlyTheSlotGridTakesClicksInViewPixels) {
     EXPECT_EQ(std::pair(in.mouse_x, in.mouse_y), std::pair(320, 180));
 }
 
-TEST_F(Screens, F11TogglesFullscreenOncePerPress) {
-    const Uint32 full = SDL_WINDOW_FULLSCREEN | SDL_WINDOW_FULLSCREEN_DESKTOP;
-    keys({SDLK_F11});
-    EXPECT_EQ(SDL_GetWindowFlags(window) & full, static_cast<Uint32>(SDL_WINDOW_FULLSCREEN_DESKTOP));
-    keys({SDLK_F11}, true);
-    EXPECT_NE(SDL_GetWindowFlags(window) & full, 0u);
-    keys({SDLK_F11});
-    EXPECT_EQ(SDL_GetWindowFlags(window) & full, 0u);
-}
-
+// Window w, h, pointer x, y, view x, y; -0.5 and 0.5 both go to 0.
 TEST(WindowToView, LetterboxAndTruncationTowardZero) {
-    const int cases[][6] = {// window w, h, pointer x, y, view x, y; -0.5 and 0.5 both go to 0
-                            {1280, 720, -1, 1, 0, 0}, {1280, 800, 1279, 799, 639, 379}, {1000, 360, 179, 0, -1, 0},
+    const int cases[][6] = {{1280, 720, -1, 1, 0, 0}, {1280, 800, 1279, 799, 639, 379}, {1000, 360, 179, 0, -1, 0},
                             {1, 1, INT_MAX, INT_MIN, INT_MAX, INT_MIN}, {0, 0, 0, 0, 0, 0}};
-    for (const auto& c : cases) {
+    for (const auto& [w, h, px, py, vx, vy] : cases) {
         int x = 1, y = 1;
-        window_to_view(c[0], c[1], c[2], c[3], &x, &y);
-        EXPECT_EQ(std::pair(x, y), std::pair(c[4], c[5])) << c[0] << "x" << c[1];
+        window_to_view(w, h, px, py, &x, &y);
+        EXPECT_EQ(std::pair(x, y), std::pair(vx, vy)) << w << "x" << h;
     }
 }
 

@@ -26,16 +26,16 @@ struct Canvas {
           renderer(SDL_CreateSoftwareRenderer(surface)) {
         SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     }
+    // A whole frame of `g`, the pointer off the view.
+    explicit Canvas(const Game& g) : Canvas() {
+        const FrameInput in{0, 0, 0, 0, 0, 0, 0, 0, -100, -100};
+        render_game(renderer, &g, &in);
+    }
     ~Canvas() {
         SDL_DestroyRenderer(renderer);
         SDL_FreeSurface(surface);
     }
 
-    void draw(const Game& g) {
-        FrameInput in{};
-        in.mouse_x = in.mouse_y = -100;  // the pointer off the view
-        render_game(renderer, &g, &in);
-    }
     std::uint32_t at(int x, int y) {
         SDL_RenderFlush(renderer);
         const auto* row = static_cast<const std::uint8_t*>(surface->pixels) + y * surface->pitch;

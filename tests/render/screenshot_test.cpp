@@ -1,14 +1,15 @@
 // Screenshots, on a software canvas and through the real program.
 #include "render/screenshot.h"
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <string>
+#include <tuple>
 
 #include "render/render_support.h"
 
@@ -21,11 +22,9 @@ fs::path scratch() { return std::getenv("XDG_DATA_HOME"); }
 
 // Only an exact output size is written, so screenshots compare pixel for pixel.
 TEST(Screenshot, RefusesAnyOtherOutputSize) {
-    const fs::path path = scratch() / "big.bmp";
-    Canvas big(1280, 720);
-    EXPECT_EQ(render_screenshot(big.renderer, path.c_str()), 0);
+    EXPECT_EQ(render_screenshot(Canvas(1280, 720).renderer, (scratch() / "big.bmp").c_str()), 0);
     EXPECT_STREQ(SDL_GetError(), "screenshot output must be exactly 640x360 (got 1280x720)");
-    EXPECT_FALSE(fs::exists(path));
+    EXPECT_FALSE(fs::exists(scratch() / "big.bmp"));
 }
 
 std::string slurp(const fs::path& path) {
@@ -33,38 +32,29 @@ std::string slurp(const fs::path& path) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-struct ProgramRun {
-    int exit_code;
-    std::string out, err;
-};
-
-// The real program taking one screenshot, its data folder in scratch space.
-ProgramRun run_talven(const fs::path& home, const std::string& shot, const char* more = "") {
-    const std::string cmd = "XDG_DATA_HOME='" + home.string() + "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE
-                            "' --screenshot '" + shot + "' " + more + " >'" + (home / "out").string() + "' 2>'" +
-                            (home / "err").string() + "'";
+// The real program taking one screenshot in `home`, its data folder; what it
+// prints lands in home/out and home/err.
+int run_talven(const fs::path& home, const fs::path& shot, const char* more = "") {
+    const std::string cmd = "cd '" + home.string() + "' && XDG_DATA_HOME='" + home.string() +
+                            "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE "' --screenshot '" + shot.string() + "' " + more +
+                            " >out 2>err";
     const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, slurp(home / "out"), slurp(home / "err")};
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 TEST(ScreenshotRun, WritesThePlayViewOrSaysWhyNot) {
     const fs::path home = scratch() / "run", shot = home / "debug.bmp", lost = home / "no" / "shot.bmp";
     fs::create_directories(home);
-    const ProgramRun ok = run_talven(home, shot.string(), "--debug-game");
-    EXPECT_EQ(ok.exit_code, 0) << ok.err;
-    EXPECT_EQ(ok.out, "screenshot: " + shot.string() + "\n");
-    SDL_Surface* bmp = SDL_LoadBMP(shot.c_str());
+    EXPECT_EQ(run_talven(home, shot, "--debug-game"), 0) << slurp(home / "err");
+    EXPECT_EQ(slurp(home / "out"), "screenshot: " + shot.string() + "\n");
+    const std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)> bmp(SDL_LoadBMP(shot.c_str()), SDL_FreeSurface);
     ASSERT_NE(bmp, nullptr) << SDL_GetError();
-    EXPECT_EQ(bmp->w, 640);
-    EXPECT_EQ(bmp->h, 360);
-    EXPECT_EQ(bmp->format->BitsPerPixel, 32);
-    SDL_FreeSurface(bmp);
+    EXPECT_EQ(std::tuple(bmp->w, bmp->h, bmp->format->BitsPerPixel), std::tuple(640, 360, Uint8{32}));
     for (const auto& entry : fs::recursive_directory_iterator(home)) EXPECT_NE(entry.path().extension(), ".tvw");
 
-    const ProgramRun bad = run_talven(home, lost.string());
-    EXPECT_EQ(bad.exit_code, 1);
-    EXPECT_EQ(bad.out, "");
-    EXPECT_EQ(bad.err, "screenshot failed: Couldn't open " + lost.string() + "\n");
+    EXPECT_EQ(run_talven(home, lost), 1);
+    EXPECT_EQ(slurp(home / "out"), "");
+    EXPECT_EQ(slurp(home / "err"), "screenshot failed: Couldn't open " + lost.string() + "\n");
     EXPECT_FALSE(fs::exists(home / "no"));
 }
 
