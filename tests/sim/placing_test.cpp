@@ -7,10 +7,6 @@
 namespace {
 
 struct Placing : fixtures::Room {
-    void SetUp() override {
-        Room::SetUp();
-        fixtures::hold(g, TILE_DIRT, 5);
-    }
     // Places at (tx, ty) and reports whether anything changed.
     bool place(int tx, int ty) {
         const auto before = fixtures::copy_of(g);
@@ -21,22 +17,13 @@ struct Placing : fixtures::Room {
 
 }  // namespace
 
-TEST_F(Placing, RefusalsInOrderRingReachOccupiedHandSupportAndPlayer) {
-    fixtures::fill_tiles(g, 0, 0, 12, 8, TILE_EMPTY);  // the outer ring is never built on
-    fixtures::fill_tiles(g, 0, 4, 12, 4, TILE_STONE);
-    fixtures::stand_player(g, 6, 4);
-    tile_at(g, 1, 2) = tile_at(g, 4, 1) = TILE_STONE;  // support for column 0 and row 0
-    EXPECT_FALSE(place(0, 2));
-    EXPECT_FALSE(place(4, 0));
-    EXPECT_TRUE(place(1, 1));
-
-    fixtures::stand_player(g, 130, 101);
-    // Occupied cells, passable or not; LEAVES at (132, 97) support (131, 97) but
-    // only touch (131, 96) and (131, 98) at a corner.
+TEST_F(Placing, RefusalsInOrderRingReachOccupiedHandSupportPlayerAndBuildingWhereMiningJustEnded) {
+    fixtures::hold(g, TILE_DIRT, 5);
+    // Passable tiles occupy their cell too; LEAVES at (132, 97) support (131, 97)
+    // but only touch (131, 96) and (131, 98) at a corner.
     tile_at(g, 133, 100) = tile_at(g, 132, 97) = TILE_LEAVES;
     tile_at(g, 134, 100) = TILE_TORCH;
-    tile_at(g, 135, 100) = TILE_STONE;
-    const int cells[][3] = {{137, 100, 0}, {133, 100, 0}, {134, 100, 0}, {135, 100, 0},  // column, row, placed
+    const int cells[][3] = {{137, 100, 0}, {133, 100, 0}, {134, 100, 0},  // column, row, placed
                             {131, 96, 0},  {131, 98, 0},  {131, 97, 1},  {136, 100, 1}};
     for (const auto& c : cells) EXPECT_EQ(place(c[0], c[1]), c[2] == 1) << c[0] << ", " << c[1];
     for (std::uint16_t item : {ITEM_WORN_PICK, ITEM_IRON_SWORD, std::uint16_t{TILE_BEDROCK}}) {
@@ -51,14 +38,32 @@ TEST_F(Placing, RefusalsInOrderRingReachOccupiedHandSupportAndPlayer) {
     EXPECT_TRUE(place(131, 100));
     fixtures::put_player(g, 2085.0f, 1590.0f);  // one pixel of overlap
     EXPECT_FALSE(place(131, 99));
+    // Mining comes first in a frame: a TORCH broken beside the player is taken and
+    // its cell built on in the same frame.
+    tile_at(g, 129, 100) = TILE_TORCH;
+    for (int i = 0; i < 5; ++i) game_attack_or_mine(&g, 129, 100, fixtures::STEP);
+    fixtures::point_at(g, in, 129, 100);
+    in.use_held = in.place = 1;
+    step();
+    EXPECT_TRUE(tile_at(g, 129, 100) == TILE_DIRT && g.player.inventory[1].item == TILE_TORCH);
+    fixtures::fill_tiles(g, 0, 0, 12, 8, TILE_EMPTY);  // the outer ring is never built on
+    fixtures::stand_player(g, 6, 4);
+    tile_at(g, 1, 2) = tile_at(g, 4, 1) = TILE_STONE;  // support for column 0 and row 0
+    EXPECT_TRUE(!place(0, 2) && !place(4, 0) && place(1, 1));
 }
 
-TEST_F(Placing, ACreatureDoesNotBlockABlockAndStaysStuckInItAfterAStrike) {
+// The strike comes before mining, and its cooldown lets the sword mine.
+TEST_F(Placing, ACreatureDoesNotBlockABlockAndStaysStuckInItAfterASwordStrike) {
     const Creature& c = fixtures::creature_at(g, 0, 133.0f * 16.0f + 1.0f, 100.0f * 16.0f + 1.0f);
+    fixtures::hold(g, TILE_DIRT, 5);
     EXPECT_TRUE(place(133, 100));
     fixtures::hold(g, ITEM_SHORT_SWORD);
     game_attack_or_mine(&g, 133, 100, fixtures::STEP);
     ASSERT_EQ(c.hp, 1);
+    EXPECT_TRUE(c.vx == 145.0f && c.vy == -95.0f && c.flash == 0.18f);  // away from the player
+    EXPECT_TRUE(g.player.attack_cooldown == 0.28f && g.player.mine_progress == 0.0f);
+    game_attack_or_mine(&g, 133, 100, fixtures::STEP);
+    EXPECT_TRUE(c.hp == 1 && g.player.mine_progress == fixtures::STEP * 0.35f);
     for (int i = 0; i < 10; ++i) step();
     EXPECT_TRUE(c.x == 133.0f * 16.0f + 1.0f && c.y == 100.0f * 16.0f + 1.0f);
 }

@@ -29,6 +29,11 @@ inline std::unique_ptr<Game> copy_of(const Game& g) {
 }
 inline bool same(const Game& a, const Game& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
+// NaN fails every comparison, so a position that is not finite is never inside.
+inline bool inside_world(float x, float y, float w, float h) {
+    return x >= 0.0f && x + w <= 8192.01f && y >= 0.0f && y + h <= 2560.01f;
+}
+
 inline void fill_tiles(Game& g, int c0, int r0, int c1, int r1, std::uint8_t tile) {
     for (int r = r0; r <= r1; ++r)
         for (int c = c0; c <= c1; ++c) tile_at(g, c, r) = tile;
@@ -54,8 +59,6 @@ inline void put_player(Game& g, float x, float y) {
 inline void stand_player(Game& g, int col, int floor_row) {
     put_player(g, static_cast<float>(col * 16 + 2), static_cast<float>(floor_row * 16 - 26));
     g.player.on_ground = 1;
-    g.camera_x = g.player.x - 320.0f;
-    g.camera_y = g.player.y - 180.0f;
 }
 
 // A live creature at rest: kind 0 is small with 5 hp, kind 1 large with 7.
