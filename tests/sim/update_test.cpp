@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include <cmath>
 #include <cstdio>
 
@@ -8,6 +10,19 @@
 #include "sim/sim_fixtures.h"
 
 using FrameUpdate = fixtures::Room;
+
+// Menus and a closed world freeze everything: clock, creatures, drops, timers.
+TEST_F(FrameUpdate, OnlyThePlayScreenWithAnOpenWorldMoves) {
+    in.right = in.use_held = 1;
+    for (const auto& [screen, open] : {std::pair{SCREEN_PAUSE, 1}, {SCREEN_INVENTORY, 1}, {SCREEN_PLAYING, 0}}) {
+        auto w = fixtures::copy_of(g);
+        w->screen = screen;
+        w->world_open = static_cast<std::uint8_t>(open);
+        const auto before = fixtures::copy_of(*w);
+        game_update(w.get(), &in, 0.05f);
+        EXPECT_TRUE(fixtures::same(*before, *w)) << screen;
+    }
+}
 
 TEST_F(FrameUpdate, DayClockTakesFiveFramesToWrapFromNearlyOneAndNightSpawnsFaster) {
     g.time_of_day = 0.999f;  // on day 1 of a fresh world
