@@ -3,7 +3,6 @@
 // environment, limits or user) so the test process stays as it was.
 #pragma once
 
-#include <grp.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,33 +20,26 @@ namespace save_test {
 namespace fs = std::filesystem;
 using Bytes = std::vector<unsigned char>;
 
-// Exit status of a child that could not give up root; the test is then skipped.
-constexpr int CANNOT_DROP_ROOT = 77;
-
 constexpr fs::perms READ_ONLY_DIR = static_cast<fs::perms>(0555);
 
-class ScratchDir {
-public:
+struct ScratchDir {
+    fs::path path;
+
     ScratchDir() {
         std::string pattern = (fs::temp_directory_path() / "talven-test-XXXXXX").string();
         if (mkdtemp(pattern.data()) == nullptr) std::abort();
-        path_ = pattern;
-        // Reachable by the unprivileged child of the unwritable-folder cases.
-        fs::permissions(path_, READ_ONLY_DIR | fs::perms::owner_write);
+        path = pattern;
+        // Reachable by the unprivileged child of the unwritable-folder case.
+        fs::permissions(path, READ_ONLY_DIR | fs::perms::owner_write);
     }
     ~ScratchDir() {
         std::error_code ec;
-        for (const auto& entry : fs::recursive_directory_iterator(path_, ec)) {
+        for (const auto& entry : fs::recursive_directory_iterator(path, ec)) {
             if (entry.is_directory(ec)) fs::permissions(entry.path(), fs::perms::owner_all, fs::perm_options::add, ec);
         }
-        fs::remove_all(path_, ec);
+        fs::remove_all(path, ec);
     }
-
-    const fs::path& path() const { return path_; }
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
-
-private:
-    fs::path path_;
+    std::string file(const std::string& name) const { return (path / name).string(); }
 };
 
 inline Bytes read_bytes(const std::string& path) {
@@ -69,14 +61,6 @@ inline int run_in_child(const std::function<int()>& step) {
     int status = 0;
     if (pid < 0 || waitpid(pid, &status, 0) != pid) return -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-// In a child: become the unprivileged user "nobody" if running as root, since
-// root writes anywhere. False when that fails.
-inline bool drop_root() {
-    constexpr uid_t NOBODY = 65534;
-    if (geteuid() != 0) return true;
-    return setgroups(0, nullptr) == 0 && setgid(NOBODY) == 0 && setuid(NOBODY) == 0;
 }
 
 }  // namespace save_test
