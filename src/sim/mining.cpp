@@ -48,6 +48,7 @@ Material material(std::uint32_t tile) {
 std::int32_t sword_damage(std::uint32_t item) { return item == ITEM_IRON_SWORD ? 7 : 4; }
 
 // A creature whose centre tile is within one tile of (tx, ty) on both axes.
+// Strikes come before the grid test, so tx, ty may be far off: subtract in 64 bits.
 bool under_pointer(const Creature& c, std::int32_t tx, std::int32_t ty) {
     const std::int64_t col = static_cast<std::int32_t>((c.x + 7.0f) / 16.0f);
     const std::int64_t row = static_cast<std::int32_t>((c.y + 7.0f) / 16.0f);

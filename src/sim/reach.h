@@ -19,11 +19,13 @@ inline bool within_reach(const Player& p, std::int32_t tx, std::int32_t ty) {
     return reach_sq(p, tx, ty) <= REACH_SQ;
 }
 
-// The selected slot; null only for a selection past the inventory.
-inline InventorySlot* held_slot(Player& p) {
-    return p.selected < static_cast<std::uint32_t>(INVENTORY_SLOTS) ? &p.inventory[p.selected] : nullptr;
+// A stored selection is always a hotbar slot; anything past the inventory is
+// treated as an empty hand rather than read.
+inline bool selection_valid(const Player& p) {
+    return p.selected < static_cast<std::uint32_t>(INVENTORY_SLOTS);
 }
 
-inline std::uint32_t held_item(const Player& p) {
-    return p.selected < static_cast<std::uint32_t>(INVENTORY_SLOTS) ? p.inventory[p.selected].item : 0u;
-}
+// The selected slot; null only for a selection past the inventory.
+inline InventorySlot* held_slot(Player& p) { return selection_valid(p) ? &p.inventory[p.selected] : nullptr; }
+
+inline std::uint32_t held_item(const Player& p) { return selection_valid(p) ? p.inventory[p.selected].item : 0u; }

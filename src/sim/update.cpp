@@ -92,7 +92,7 @@ void act(Game* game, const FrameInput& in, float dt) {
     if (in.place) game_place(game, tx, ty);
 }
 
-void advance_clock(Game* game, float dt) {
+void advance_clock_and_tick(Game* game, float dt) {
     game->time_of_day = game->time_of_day + dt / DAY_SECONDS;
     if (game->time_of_day >= 1.0f) {
         game->time_of_day = game->time_of_day - 1.0f;
@@ -147,7 +147,7 @@ void game_update(Game* game, const FrameInput* input, float dt) {
     count_down(p.attack_cooldown, dt);
 
     act(game, *input, dt);
-    advance_clock(game, dt);
+    advance_clock_and_tick(game, dt);
     spawn_creatures(game, dt);
     creatures_step(game, dt);
     drops_step(game, dt);
