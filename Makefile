@@ -26,7 +26,7 @@ test-release: build
 
 test-sanitize: deps
 	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DTALVEN_SANITIZE=ON -DTALVEN_BENCH=OFF
-	cmake --build $(ASAN_BUILD) -j $(JOBS) --target talven talven_tests talven_install_files
+	cmake --build $(ASAN_BUILD) -j $(JOBS) --target talven talven_tests
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
 	  UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
 	  ctest --output-on-failure -j $(JOBS)

@@ -43,6 +43,10 @@ foreach(name talven.6 changelog)
   list(APPEND TALVEN_GZIPPED ${TALVEN_GEN_DIR}/${name}.gz)
 endforeach()
 add_custom_target(talven_install_files ALL DEPENDS ${TALVEN_ICONS} ${TALVEN_GZIPPED})
+add_dependencies(talven_tests talven_install_files)
+target_link_libraries(talven_tests PRIVATE PNG::PNG)
+target_compile_definitions(talven_tests PRIVATE
+  TALVEN_ICONS_DIR="${TALVEN_GEN_DIR}/icons" TALVEN_APP_ID="${TALVEN_APP_ID}")
 
 install(TARGETS talven RUNTIME DESTINATION ${TALVEN_INSTALL_GAMESDIR})
 install(FILES ${TALVEN_GEN_DIR}/${TALVEN_APP_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
