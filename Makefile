@@ -64,7 +64,7 @@ package:
 	cmake --build $(PKG_BUILD) -j $(JOBS) --target talven talven_install_files
 	rm -f $(PKG_BUILD)/talven_*.deb
 	cd $(PKG_BUILD) && cpack
-	lintian --fail-on error --info $(PKG_BUILD)/talven_*.deb
+	lintian --fail-on error,warning --info $(PKG_BUILD)/talven_*.deb
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD) $(PKG_BUILD)

@@ -4,7 +4,8 @@
 # Usage (as root): packaging/try-deb.sh build-pkg/talven_VERSION_amd64.deb [CHROOT_DIR]
 set -euo pipefail
 deb=$(realpath "$1")
-root=${2:-/var/tmp/talven-chroot}
+root=$(realpath -m "${2:-/var/tmp/talven-chroot}")
+cd "$(dirname "$0")/.."
 name=$(basename "$deb")
 id=io.github.talven.talven
 
