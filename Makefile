@@ -1,12 +1,13 @@
 # Two commands set everything up on a fresh Debian machine:
 #   make run    install what is missing, build a Release build, start the game
 #   make test   the same set-up, then the test suite, then again under ASan+UBSan
+#   make package   a Debian package of a /usr install, checked by lintian
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -DCMAKE_BUILD_TYPE=Release
 
-.PHONY: deps build run test test-release test-sanitize bench fuzz clean
+.PHONY: deps build run test test-release test-sanitize bench fuzz package clean
 
 deps:
 	@scripts/install-deps.sh
@@ -49,5 +50,21 @@ fuzz:
 	  -max_total_time=$(FUZZ_SECONDS) -max_len=82260 -print_final_stats=1 \
 	  -artifact_prefix=$(FUZZ_CORPUS)/ $(FUZZ_CORPUS) $(FUZZ_BUILD)/fuzz-seeds
 
+# Built with Debian's own compiler and linker flags (all hardening on), installed
+# under /usr, packed by CPack with the dependencies dpkg-shlibdeps finds (it needs
+# dpkg-dev and file), then checked by lintian.
+PKG_BUILD ?= build-pkg
+
+package:
+	@scripts/install-deps.sh dpkg-dev file lintian
+	export DEB_BUILD_MAINT_OPTIONS=hardening=+all; \
+	  cmake -S . -B $(PKG_BUILD) -DCMAKE_BUILD_TYPE=None -DCMAKE_INSTALL_PREFIX=/usr -DTALVEN_BENCH=OFF \
+	  -DCMAKE_CXX_FLAGS="$$(dpkg-buildflags --get CXXFLAGS) $$(dpkg-buildflags --get CPPFLAGS)" \
+	  -DCMAKE_EXE_LINKER_FLAGS="$$(dpkg-buildflags --get LDFLAGS)"
+	cmake --build $(PKG_BUILD) -j $(JOBS) --target talven talven_install_files
+	rm -f $(PKG_BUILD)/talven_*.deb
+	cd $(PKG_BUILD) && cpack
+	lintian --fail-on error,warning --info $(PKG_BUILD)/talven_*.deb
+
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD) $(PKG_BUILD)

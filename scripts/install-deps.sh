@@ -5,7 +5,10 @@
 # clear message when a package is missing and cannot be installed.
 set -euo pipefail
 
-packages=(g++ cmake make pkg-config libsdl2-dev googletest libgtest-dev libbenchmark-dev "$@")
+# libpng-dev writes the icons; the last four validate the desktop entry, the
+# AppStream metadata and the manual page in the test suite.
+packages=(g++ cmake make pkg-config libsdl2-dev googletest libgtest-dev libbenchmark-dev libpng-dev
+          desktop-file-utils appstream groff-base man-db "$@")
 
 missing=()
 for pkg in "${packages[@]}"; do

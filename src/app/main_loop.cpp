@@ -138,6 +138,7 @@ int app_main(int argc, char** argv) {
     switch (parse_options(argc, argv, sdl_env, &opts)) {
         case OptionsAction::Selftest: return game_selftest();
         case OptionsAction::Help: std::printf("%s\n", USAGE_TEXT); return 0;
+        case OptionsAction::Version: std::printf("%s\n", VERSION_TEXT); return 0;
         case OptionsAction::Run: break;
     }
 

@@ -3,7 +3,8 @@
 #include <cstdlib>
 #include <cstring>
 
-const char USAGE_TEXT[] = "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game";
+const char USAGE_TEXT[] = "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version";
+const char VERSION_TEXT[] = "talven " TALVEN_VERSION;
 
 namespace {
 
@@ -25,6 +26,7 @@ OptionsAction parse_options(int argc, const char* const* argv, EnvLookup env, Ru
         const bool has_value = i + 1 < argc;
         if (std::strcmp(arg, "--selftest") == 0) return OptionsAction::Selftest;
         if (std::strcmp(arg, "--help") == 0) return OptionsAction::Help;
+        if (std::strcmp(arg, "--version") == 0) return OptionsAction::Version;
         if (std::strcmp(arg, "--max-frames") == 0 && has_value) {
             out->max_frames = std::atoi(argv[++i]);
         } else if (std::strcmp(arg, "--screenshot") == 0 && has_value) {

@@ -11,13 +11,15 @@ struct RunOptions {
     bool fixed_step;             // 1/60 s steps instead of measured time
 };
 
-enum class OptionsAction { Run, Help, Selftest };
+enum class OptionsAction { Run, Help, Version, Selftest };
 
 // Looks up an environment variable; null when unset.
 using EnvLookup = const char* (*)(const char* name);
 
 // Reads TALVEN_MAX_FRAMES, TALVEN_SCREENSHOT, TALVEN_DEBUG_GAME through `env`,
-// then the arguments after argv[0]. Stops at "--help" or "--selftest".
+// then the arguments after argv[0]. Stops at "--help", "--version" or "--selftest".
 OptionsAction parse_options(int argc, const char* const* argv, EnvLookup env, RunOptions* out);
 
 extern const char USAGE_TEXT[];
+// "talven" and the release number the build was configured with.
+extern const char VERSION_TEXT[];

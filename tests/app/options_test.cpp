@@ -48,8 +48,12 @@ const Case CASES[] = {
     {{"--screenshot", "--selftest"}, {}, RUN, 3, "--selftest", false, true},
     {{"--max-frames"}, {{"TALVEN_MAX_FRAMES", "4"}}, RUN, 4, nullptr, false, true},
     {{"--screenshot"}, {}, RUN, 0, nullptr, false, false},
-    // The first of the two stop words wins; near misses are ignored.
+    // The first of the stop words wins; near misses are ignored.
     {{"--help", "--selftest"}, {}, OptionsAction::Help, 0, nullptr, false, false},
+    {{"--debug-game", "--version", "--help"}, {}, OptionsAction::Version, 0, nullptr, false, false},
+    {{"--help", "--version"}, {}, OptionsAction::Help, 0, nullptr, false, false},
+    {{"--selftest", "--version"}, {}, OptionsAction::Selftest, 0, nullptr, false, false},
+    {{"--screenshot", "--version", "-v", "--Version"}, {}, RUN, 3, "--version", false, true},
     {{"--bogus", "-h", "--HELP", "--selftest", "--help"}, {}, OptionsAction::Selftest, 0, nullptr, false, false},
 };
 
@@ -77,5 +81,5 @@ TEST(Options, ParsesEnvironmentThenArguments) {
 }
 
 TEST(Options, UsageText) {
-    EXPECT_STREQ(USAGE_TEXT, "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game");
+    EXPECT_STREQ(USAGE_TEXT, "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version");
 }

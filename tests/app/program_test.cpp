@@ -39,10 +39,15 @@ RunResult run_talven(const std::string& args, const std::string& env = "") {
 
 }  // namespace
 
-TEST(Program, HelpPrintsUsageAndSucceeds) {
-    const RunResult r = run_talven("--help --selftest");
-    EXPECT_EQ(r.exit_code, 0);
-    EXPECT_EQ(r.output, "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n");
+TEST(Program, HelpAndVersionPrintAndSucceedWithoutAWindow) {
+    // A broken video driver proves neither starts SDL.
+    const std::string no_video = "SDL_VIDEODRIVER=no-such-driver";
+    const RunResult help = run_talven("--help --version --selftest", no_video);
+    EXPECT_EQ(0, help.exit_code);
+    EXPECT_EQ("TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version\n", help.output);
+    const RunResult version = run_talven("--debug-game --version --help", no_video);
+    EXPECT_EQ(0, version.exit_code);
+    EXPECT_EQ("talven " TALVEN_VERSION "\n", version.output);
 }
 
 TEST(Program, SdlStartFailureIsReportedWithExitCodeOne) {
