@@ -108,10 +108,8 @@ void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
     stack_count(r, x + 28, y + 21, slot.count, LABEL);
 }
 
-const char* selected_item_name(const Player& p) {
-    const std::uint32_t held = held_item(p);
-    return held == 0 ? "EMPTY" : item_name(held);
-}
+// An empty hand is item 0, whose name is "EMPTY".
+const char* selected_item_name(const Player& p) { return item_name(held_item(p)); }
 
 void draw_recipe_row(SDL_Renderer* r, std::uint32_t i, bool selected) {
     const int y = 73 + 35 * static_cast<int>(i);

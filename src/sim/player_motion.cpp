@@ -39,12 +39,10 @@ void steer(Player& p, float target, float dt) {
     else p.vx = p.vx > 0.0f ? p.vx - f : p.vx + f;
 }
 
-// Uses the ground flag of the previous frame's move: no jump buffering.
+// Uses the ground flag of the previous frame's move: no jump buffering. The flag
+// needs no clearing here: the move that follows works it out afresh.
 void jump_and_fall(Player& p, const FrameInput& in, float dt) {
-    if (in.jump_pressed && p.on_ground) {
-        p.vy = JUMP_SPEED;
-        p.on_ground = 0;
-    }
+    if (in.jump_pressed && p.on_ground) p.vy = JUMP_SPEED;
     if (p.vy < SHORT_HOP_ABOVE && !in.jump_held) p.vy = p.vy + SHORT_HOP_GRAVITY * dt;
     p.vy = p.vy + GRAVITY * dt;
     if (p.vy > TERMINAL_FALL) p.vy = TERMINAL_FALL;
