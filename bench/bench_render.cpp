@@ -13,6 +13,7 @@
 #include "core/frame_input.h"
 #include "core/game.h"
 #include "render/view.h"
+#include "world/new_game.h"
 
 namespace {
 
@@ -93,7 +94,7 @@ struct SoftwareFrame {
     void draw(const Game& g, const FrameInput& in) {
         SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
         SDL_RenderClear(renderer);
-        render_game(renderer, &g, &in);
+        render_game(renderer, &g, &in, false);
         SDL_RenderFlush(renderer);
     }
 };

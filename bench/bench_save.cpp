@@ -12,6 +12,7 @@
 
 #include "core/game.h"
 #include "save/save_file.h"
+#include "world/new_game.h"
 
 namespace {
 

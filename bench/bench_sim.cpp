@@ -11,6 +11,7 @@
 #include "core/game.h"
 #include "core/tiles.h"
 #include "sim/update.h"
+#include "world/new_game.h"
 
 namespace {
 

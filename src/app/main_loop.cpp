@@ -6,21 +6,19 @@
 #include <cstring>
 #include <memory>
 
-#include "app/frame_clock.h"
+#include "app/frame_step.h"
 #include "app/options.h"
 #include "app/screens.h"
+#include "app/screenshot.h"
 #include "app/selftest.h"
 #include "core/frame_input.h"
 #include "core/game.h"
-#include "render/screenshot.h"
 #include "render/view.h"
 #include "save/save_file.h"
 #include "save/save_path.h"
-#include "sim/update.h"
+#include "world/new_game.h"
 
 namespace {
-
-constexpr std::uint32_t FORM_START_SEED = 5010501u;
 
 const char* sdl_env(const char* name) { return SDL_getenv(name); }
 
@@ -70,8 +68,12 @@ void close_video(Video* video) {
 void start_on_title(Game* game) {
     std::memset(game, 0, sizeof *game);
     game->running = 1;
-    game->seed = FORM_START_SEED;
-    std::snprintf(game->name, sizeof game->name, "%s", "GLIMWICK WORLD");
+    form_start_values(game);
+}
+
+// Only the title shows whether there is a world to load.
+bool title_save_exists(const Game* game) {
+    return game->screen == SCREEN_TITLE && game_save_exists(game_default_save_path());
 }
 
 struct LoopResult {
@@ -80,28 +82,16 @@ struct LoopResult {
 
 LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
     FrameInput input{};
-    Uint64 previous = SDL_GetPerformanceCounter();
+    FrameTimer timer{SDL_GetPerformanceCounter(), opts.fixed_step};
     LoopResult result{opts.screenshot == nullptr};
     std::int32_t frames = 0;
 
     while (game->running) {
-        frame_input_begin(&input);
-        SDL_Event event;
-        while (SDL_PollEvent(&event)) screens_handle_event(game, video.window, &input, &event);
-        screens_sample_input(game, video.window, &input);
-
-        const Uint64 now = SDL_GetPerformanceCounter();
-        float dt = elapsed_seconds(previous, now, SDL_GetPerformanceFrequency());
-        previous = now;
-        if (opts.fixed_step) dt = FIXED_STEP;
-
-        game_update(game, &input, dt);
-        // Menus have no simulation step; their notices still time out.
-        if (game->screen != SCREEN_PLAYING && game->notice_timer > 0.0f) game->notice_timer -= dt;
+        frame_step(game, video.window, &input, &timer);
 
         SDL_SetRenderDrawColor(video.renderer, 0, 0, 0, 255);
         SDL_RenderClear(video.renderer);
-        render_game(video.renderer, game, &input);
+        render_game(video.renderer, game, &input, title_save_exists(game));
         ++frames;
 
         if (opts.screenshot != nullptr && frames == opts.max_frames) {

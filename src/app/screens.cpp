@@ -1,5 +1,6 @@
 #include "app/screens.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <span>
@@ -8,22 +9,29 @@
 #include "core/inventory.h"
 #include "save/save_file.h"
 #include "save/save_path.h"
+#include "world/new_game.h"
+#include "world/world_gen.h"
 
 namespace {
 
 using u32 = std::uint32_t;
 
-constexpr u32 FORM_START_SEED = 5010501u;
 constexpr float NO_WORLD_NOTICE_SECONDS = 2.0f;  // a little shorter than other notices
+constexpr u32 RECIPES = RECIPE_COUNT;
+constexpr u32 HOTBAR = HOTBAR_SLOTS;
 
 // ---- actions behind the keys and menu items ----
 
-void menu_up(Game* g) { g->menu_cursor = (g->menu_cursor + 2) % 3; }
-void menu_down(Game* g) { g->menu_cursor = (g->menu_cursor + 1) % 3; }
-void form_next(Game* g) { g->form_focus = (g->form_focus + 1) % 4; }
-void form_prev(Game* g) { g->form_focus = (g->form_focus + 3) % 4; }
-void craft_next(Game* g) { g->craft_cursor = (g->craft_cursor + 1) % 6; }
-void craft_prev(Game* g) { g->craft_cursor = (g->craft_cursor + 5) % 6; }
+// Cursors wrap at both ends; a step back is a step forward by one less than the count.
+u32 next(u32 at, u32 count) { return (at + 1) % count; }
+u32 previous(u32 at, u32 count) { return (at + count - 1) % count; }
+
+void menu_up(Game* g) { g->menu_cursor = previous(g->menu_cursor, MENU_ITEM_COUNT); }
+void menu_down(Game* g) { g->menu_cursor = next(g->menu_cursor, MENU_ITEM_COUNT); }
+void form_next(Game* g) { g->form_focus = next(g->form_focus, FORM_ROW_COUNT); }
+void form_prev(Game* g) { g->form_focus = previous(g->form_focus, FORM_ROW_COUNT); }
+void craft_next(Game* g) { g->craft_cursor = next(g->craft_cursor, RECIPES); }
+void craft_prev(Game* g) { g->craft_cursor = previous(g->craft_cursor, RECIPES); }
 void to_title(Game* g) { g->screen = SCREEN_TITLE; }
 void to_play(Game* g) { g->screen = SCREEN_PLAYING; }
 void to_inventory(Game* g) { g->screen = SCREEN_INVENTORY; }
@@ -37,24 +45,23 @@ void to_pause(Game* g) {
 
 // The seed changes one step at a time and wraps through 0 both ways.
 void seed_down(Game* g) {
-    if (g->form_focus == 1) g->seed -= 1;
+    if (g->form_focus == FORM_ROW_SEED) g->seed -= 1;
 }
 void seed_up(Game* g) {
-    if (g->form_focus == 1) g->seed += 1;
+    if (g->form_focus == FORM_ROW_SEED) g->seed += 1;
 }
 
 // Removes one byte, so a multi-byte character goes in several presses.
 void name_backspace(Game* g) {
     const std::size_t n = strnlen(g->name, NAME_SIZE);
-    if (g->form_focus == 0 && n > 0) g->name[n - 1] = '\0';
+    if (g->form_focus == FORM_ROW_NAME && n > 0) g->name[n - 1] = '\0';
 }
 
 // Every visit to the form starts from the same seed and name.
 void open_create_form(Game* g) {
     g->screen = SCREEN_CREATE;
-    g->form_focus = 0;
-    g->seed = FORM_START_SEED;
-    std::snprintf(g->name, sizeof g->name, "%s", "GLIMWICK WORLD");
+    g->form_focus = FORM_ROW_NAME;
+    form_start_values(g);
 }
 
 void load_world(Game* g) {
@@ -105,7 +112,9 @@ void key(Game* g, SDL_Keycode) {
 }
 
 // 1..9 pick hotbar slots 0..8 and 0 picks slot 9, like the keys' order on the row.
-void select_by_digit(Game* g, SDL_Keycode k) { g->player.selected = k == SDLK_0 ? 9u : static_cast<u32>(k - SDLK_1); }
+void select_by_digit(Game* g, SDL_Keycode k) {
+    g->player.selected = k == SDLK_0 ? HOTBAR - 1 : static_cast<u32>(k - SDLK_1);
+}
 
 constexpr KeyRule one(SDL_Keycode k, Repeat r, void (*act)(Game*, SDL_Keycode)) { return {k, k, r, act}; }
 constexpr KeyRule DIGITS{SDLK_0, SDLK_9, Repeat::Any, select_by_digit};
@@ -179,7 +188,7 @@ void handle_key(Game* g, SDL_Window* window, FrameInput* in, const SDL_KeyboardE
 // Whole text events are appended or dropped, never split; bytes are kept as
 // they come. A text buffer without a terminator is too long by definition.
 void handle_text(Game* g, const SDL_TextInputEvent& t) {
-    if (g->screen != SCREEN_CREATE || g->form_focus != 0) return;
+    if (g->screen != SCREEN_CREATE || g->form_focus != FORM_ROW_NAME) return;
     const std::size_t have = strnlen(g->name, NAME_SIZE);
     const std::size_t add = strnlen(t.text, sizeof t.text);
     if (have + add > NAME_SIZE - 1) return;
@@ -205,11 +214,11 @@ void handle_button(Game* g, FrameInput* in, const SDL_MouseButtonEvent& b) {
 void handle_wheel(Game* g, const SDL_MouseWheelEvent& w) {
     if (g->screen != SCREEN_PLAYING) return;
     u32& sel = g->player.selected;
-    sel = w.y >= 1 ? (sel + 9) % 10 : (sel + 1) % 10;
+    sel = w.y >= 1 ? previous(sel, HOTBAR) : next(sel, HOTBAR);
 }
 
 int saturate_trunc(float v) {
-    if (!(v == v)) return 0;
+    if (std::isnan(v)) return 0;
     if (v >= 2147483648.0f) return INT32_MAX;
     if (v < -2147483648.0f) return INT32_MIN;
     return static_cast<int>(v);
@@ -228,9 +237,9 @@ void window_to_view(int w, int h, int px, int py, int* vx, int* vy) {
     *vy = saturate_trunc((static_cast<float>(py) - oy) / scale);
 }
 
-int inventory_slot_at(int vx, int vy) {
-    if (vx < 48 || vx > 387 || vy < 76 || vy > 235) return -1;
-    return (vy - 76) / 40 * 10 + (vx - 48) / 34;
+void form_start_values(Game* game) {
+    game->seed = FORM_START_SEED;
+    std::snprintf(game->name, sizeof game->name, "%s", DEFAULT_WORLD_NAME);
 }
 
 void screens_handle_event(Game* game, SDL_Window* window, FrameInput* input, const SDL_Event* event) {
@@ -244,7 +253,7 @@ void screens_handle_event(Game* game, SDL_Window* window, FrameInput* input, con
     }
 }
 
-void screens_sample_input(Game*, SDL_Window* window, FrameInput* input) {
+void screens_sample_input(SDL_Window* window, FrameInput* input) {
     const Uint8* keys = SDL_GetKeyboardState(nullptr);
     input->left = keys[SDL_SCANCODE_A] || keys[SDL_SCANCODE_LEFT];
     input->right = keys[SDL_SCANCODE_D] || keys[SDL_SCANCODE_RIGHT];

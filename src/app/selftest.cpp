@@ -6,9 +6,11 @@
 
 #include "core/crafting.h"
 #include "core/game.h"
+#include "core/geometry.h"
 #include "core/inventory.h"
 #include "core/tiles.h"
 #include "save/save_file.h"
+#include "world/new_game.h"
 
 namespace {
 
@@ -63,8 +65,8 @@ std::uint32_t held(const Game* g, std::int32_t item) { return inventory_count(&g
 
 // The tile the player stands in, found the way crafting looks for a workbench.
 void place_workbench_beside_player(Game* a) {
-    const int col = static_cast<int>((a->player.x + 6.0f) * 0.0625f) + 2;
-    const int row = static_cast<int>((a->player.y + 13.0f) * 0.0625f);
+    const int col = static_cast<int>(player_centre_x(a->player) * 0.0625f) + 2;
+    const int row = static_cast<int>(player_centre_y(a->player) * 0.0625f);
     if (in_grid(col, row)) tile_at(*a, col, row) = TILE_WORKBENCH;
 }
 

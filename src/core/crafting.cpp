@@ -1,5 +1,6 @@
 #include "core/crafting.h"
 
+#include "core/geometry.h"
 #include "core/inventory.h"
 #include "core/tiles.h"
 
@@ -21,8 +22,8 @@ constexpr int BENCH_RANGE = 4;  // tiles in each direction from the player's til
 bool needs_workbench(std::uint32_t index) { return index >= FIRST_BENCH_RECIPE; }
 
 bool workbench_near(const Game* game) {
-    const int px = static_cast<int>((game->player.x + 6.0f) * 0.0625f);
-    const int py = static_cast<int>((game->player.y + 13.0f) * 0.0625f);
+    const int px = static_cast<int>(player_centre_x(game->player) * 0.0625f);
+    const int py = static_cast<int>(player_centre_y(game->player) * 0.0625f);
     for (int row = py - BENCH_RANGE; row <= py + BENCH_RANGE; ++row)
         for (int col = px - BENCH_RANGE; col <= px + BENCH_RANGE; ++col)
             if (in_grid(col, row) && tile_at(*game, col, row) == TILE_WORKBENCH) return true;

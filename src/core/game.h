@@ -1,6 +1,6 @@
-// The game record: one fixed-size plain value that holds a whole world and the
-// run around it (tiles, player, creatures, drops, camera, screen, notice).
-// All-zero is valid (title screen, no world); nothing here allocates.
+// The game record: one fixed-size plain value that holds a whole world and the run
+// around it (tiles, player, creatures, drops, camera, screen, notice), the screen and
+// menu sizes, and posting a notice. All-zero is valid (title, no world); no allocation.
 #pragma once
 
 #include <cstdint>
@@ -28,6 +28,15 @@ constexpr std::uint32_t SCREEN_CREATE = 1;
 constexpr std::uint32_t SCREEN_PLAYING = 2;
 constexpr std::uint32_t SCREEN_INVENTORY = 3;
 constexpr std::uint32_t SCREEN_PAUSE = 4;
+
+// The title and pause menus have three items each (menu_cursor), the create-world
+// form four rows (form_focus): the name, the seed, CREATE WORLD and BACK.
+constexpr std::uint32_t MENU_ITEM_COUNT = 3;
+constexpr std::uint32_t FORM_ROW_COUNT = 4;
+constexpr std::uint32_t FORM_ROW_NAME = 0;
+constexpr std::uint32_t FORM_ROW_SEED = 1;
+constexpr std::uint32_t FORM_ROW_CREATE = 2;
+constexpr std::uint32_t FORM_ROW_BACK = 3;
 
 struct InventorySlot {
     std::uint16_t item;   // ItemId, 0 = empty slot
@@ -108,10 +117,6 @@ inline bool in_grid(int col, int row) {
     return static_cast<unsigned>(col) < static_cast<unsigned>(WORLD_W) &&
            static_cast<unsigned>(row) < static_cast<unsigned>(WORLD_H);
 }
-
-// Turns `game` into a freshly generated world on the playing screen. The record
-// is cleared before `name` is read, so passing game->name yields the default name.
-void game_new(Game* game, std::uint32_t seed, const char* name);
 
 // Shows `text` (cut to 63 characters) as the on-screen notice for 2.2 s.
 void game_notice(Game* game, const char* text);

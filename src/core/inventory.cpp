@@ -1,5 +1,7 @@
 #include "core/inventory.h"
 
+#include <algorithm>
+
 namespace {
 
 bool slot_empty(const InventorySlot& s) { return s.item == 0; }
@@ -22,8 +24,6 @@ std::int32_t room_for(const Player* player, std::int32_t item, std::int32_t want
     return room;
 }
 
-std::int32_t smaller(std::int32_t a, std::int32_t b) { return a < b ? a : b; }
-
 }  // namespace
 
 bool inventory_add(Player* player, std::int32_t item, std::int32_t count) {
@@ -36,7 +36,7 @@ bool inventory_add(Player* player, std::int32_t item, std::int32_t count) {
     for (InventorySlot& s : player->inventory) {
         if (remaining == 0) break;
         if (!slot_holds(s, item) || s.count >= STACK_MAX) continue;
-        const std::int32_t moved = smaller(remaining, STACK_MAX - s.count);
+        const std::int32_t moved = std::min(remaining, STACK_MAX - s.count);
         s.count = static_cast<std::uint16_t>(s.count + moved);
         remaining -= moved;
     }
@@ -44,7 +44,7 @@ bool inventory_add(Player* player, std::int32_t item, std::int32_t count) {
     for (InventorySlot& s : player->inventory) {
         if (remaining == 0) break;
         if (!slot_empty(s)) continue;
-        const std::int32_t moved = smaller(remaining, STACK_MAX);
+        const std::int32_t moved = std::min(remaining, STACK_MAX);
         s.item = static_cast<std::uint16_t>(item);
         s.count = static_cast<std::uint16_t>(moved);
         remaining -= moved;
@@ -70,7 +70,7 @@ bool inventory_remove(Player* player, std::int32_t item, std::int32_t count) {
     for (int i = INVENTORY_SLOTS - 1; i >= 0 && remaining > 0; --i) {
         InventorySlot& s = player->inventory[i];
         if (!slot_holds(s, item)) continue;
-        const std::int32_t taken = smaller(remaining, s.count);
+        const std::int32_t taken = std::min<std::int32_t>(remaining, s.count);
         s.count = static_cast<std::uint16_t>(s.count - taken);
         remaining -= taken;
         if (s.count == 0) clear_slot(s);

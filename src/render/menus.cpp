@@ -2,13 +2,14 @@
 
 #include <cstdio>
 
+#include "core/crafting.h"
+#include "core/hash.h"
+#include "core/inventory.h"
 #include "core/tiles.h"
 #include "render/draw.h"
 #include "render/icons.h"
-#include "render/view.h"
-#include "save/save_file.h"
-#include "save/save_path.h"
-#include "world/world_gen.h"
+#include "render/layout.h"
+#include "render/notice.h"
 
 namespace {
 
@@ -24,8 +25,8 @@ constexpr std::uint32_t FIELD_FOCUS_EDGE = rgba(255, 211, 91);
 constexpr std::uint32_t QUIET_EDGE = rgba(51, 66, 83);
 constexpr std::uint32_t FORM_QUIET_EDGE = rgba(58, 76, 91);
 
-constexpr const char* TITLE_ITEMS[3] = {"NEW WORLD", "LOAD WORLD", "QUIT"};
-constexpr const char* PAUSE_ITEMS[3] = {"RESUME", "SAVE AND TITLE", "QUIT GAME"};
+constexpr const char* TITLE_ITEMS[MENU_ITEM_COUNT] = {"NEW WORLD", "LOAD WORLD", "QUIT"};
+constexpr const char* PAUSE_ITEMS[MENU_ITEM_COUNT] = {"RESUME", "SAVE AND TITLE", "QUIT GAME"};
 constexpr std::uint32_t TITLE_LOAD_ITEM = 1;
 
 // The "+" in the costs has no glyph and shows as a gap, which reads fine.
@@ -33,7 +34,7 @@ struct RecipeLabel {
     const char* result;
     const char* cost;
 };
-constexpr RecipeLabel RECIPE_LABELS[6] = {
+constexpr RecipeLabel RECIPE_LABELS[RECIPE_COUNT] = {
     {"4 PLANK", "1 WOOD"},
     {"4 TORCH", "WOOD + COAL"},
     {"4 BRICK", "4 STONE"},
@@ -50,12 +51,15 @@ void panel(SDL_Renderer* r, int x, int y, int w, int h) {
 
 void dim_screen(SDL_Renderer* r, std::uint8_t alpha) { fill(r, 0, 0, VIEW_W, VIEW_H, rgba(4, 7, 15, alpha)); }
 
+constexpr std::uint32_t STARS = 80;
+constexpr std::uint32_t BIG_STAR_ONE_IN = 4;  // one star in four is drawn 2 x 2
+
 // A fixed star field: the same hash, the same sky on every run.
 void draw_stars(SDL_Renderer* r) {
-    for (std::uint32_t i = 0; i < 80; ++i) {
+    for (std::uint32_t i = 0; i < STARS; ++i) {
         const std::uint32_t h = world_hash(501, i, 6);
-        const int size = h % 4 == 0 ? 2 : 1;
-        fill(r, static_cast<int>(h % 640), static_cast<int>((h >> 10) % 360), size, size, rgba(86, 119, 143, 180));
+        const int size = h % BIG_STAR_ONE_IN == 0 ? 2 : 1;
+        fill(r, static_cast<int>(h % VIEW_W), static_cast<int>((h >> 10) % VIEW_H), size, size, rgba(86, 119, 143, 180));
     }
 }
 
@@ -66,18 +70,18 @@ void draw_lamp(SDL_Renderer* r) {
 }
 
 // LOAD WORLD stays dim while there is nothing to load, highlighted or not.
-std::uint32_t title_label_colour(std::uint32_t item, bool selected) {
-    if (item == TITLE_LOAD_ITEM && !game_save_exists(game_default_save_path())) return MENU_HINT;
+std::uint32_t title_label_colour(std::uint32_t item, bool selected, bool save_exists) {
+    if (item == TITLE_LOAD_ITEM && !save_exists) return MENU_HINT;
     return selected ? HIGHLIGHT : LABEL;
 }
 
-void draw_title_menu(SDL_Renderer* r, std::uint32_t cursor) {
-    for (std::uint32_t i = 0; i < 3; ++i) {
+void draw_title_menu(SDL_Renderer* r, std::uint32_t cursor, bool save_exists) {
+    for (std::uint32_t i = 0; i < MENU_ITEM_COUNT; ++i) {
         const int y = 177 + 34 * static_cast<int>(i);
         const bool selected = i == cursor;
         fill(r, 208, y, 224, 26, selected ? rgba(31, 57, 68) : rgba(15, 21, 38));
         outline(r, 208, y, 224, 26, selected ? FOCUS_EDGE : QUIET_EDGE);
-        text(r, centred_text_x(TITLE_ITEMS[i], 2), y + 9, TITLE_ITEMS[i], title_label_colour(i, selected), 2);
+        text(r, centred_text_x(TITLE_ITEMS[i], 2), y + 9, TITLE_ITEMS[i], title_label_colour(i, selected, save_exists), 2);
     }
 }
 
@@ -94,20 +98,18 @@ void form_button(SDL_Renderer* r, int x, int label_x, const char* label, bool fo
 }
 
 void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
-    const int x = 48 + 34 * static_cast<int>(i % 10);
-    const int y = 76 + 40 * static_cast<int>(i / 10);
-    fill(r, x, y, 30, 30, rgba(10, 16, 27));
-    outline(r, x, y, 30, 30, i == g.player.selected ? FIELD_FOCUS_EDGE : rgba(55, 70, 85));
+    const int x = pack_slot_x(i);
+    const int y = pack_slot_y(i);
+    fill(r, x, y, PACK_SLOT_SIZE, PACK_SLOT_SIZE, rgba(10, 16, 27));
+    outline(r, x, y, PACK_SLOT_SIZE, PACK_SLOT_SIZE, i == g.player.selected ? FIELD_FOCUS_EDGE : rgba(55, 70, 85));
     const InventorySlot& slot = g.player.inventory[i];
     if (slot.item == 0) return;
     draw_item(r, slot.item, x + 7, y + 6, 16, world_hash(g.seed, i, slot.item));
     stack_count(r, x + 28, y + 21, slot.count, LABEL);
 }
 
-const char* selected_item_name(const Player& p) {
-    if (p.selected >= INVENTORY_SLOTS || p.inventory[p.selected].item == 0) return "EMPTY";
-    return item_name(p.inventory[p.selected].item);
-}
+// An empty hand is item 0, whose name is "EMPTY".
+const char* selected_item_name(const Player& p) { return item_name(held_item(p)); }
 
 void draw_recipe_row(SDL_Renderer* r, std::uint32_t i, bool selected) {
     const int y = 73 + 35 * static_cast<int>(i);
@@ -119,13 +121,13 @@ void draw_recipe_row(SDL_Renderer* r, std::uint32_t i, bool selected) {
 
 }  // namespace
 
-void render_title(SDL_Renderer* renderer, const Game* game) {
+void render_title(SDL_Renderer* renderer, const Game* game, bool save_exists) {
     fill(renderer, 0, 0, VIEW_W, VIEW_H, rgba(9, 12, 27));
     draw_stars(renderer);
     text(renderer, centred_text_x("TALVEN", 6), 54, "TALVEN", LABEL, 6);
     text(renderer, centred_text_x("GLIMWICK", 2), 108, "GLIMWICK", ACCENT, 2);
     draw_lamp(renderer);
-    draw_title_menu(renderer, game->menu_cursor);
+    draw_title_menu(renderer, game->menu_cursor, save_exists);
     // Only failures reach the title as notices.
     draw_notice(renderer, game, 286, FAILURE);
     text(renderer, 243, 315, "DIG  BUILD  CRAFT  SURVIVE", MENU_HINT, 1);
@@ -143,12 +145,12 @@ void render_create_form(SDL_Renderer* renderer, const Game* game) {
     char seed[32];
     std::snprintf(seed, sizeof seed, "%u", game->seed);
     text(renderer, 137, 124, "WORLD NAME", MENU_HINT, 1);
-    form_field(renderer, 139, name, game->form_focus == 0);
+    form_field(renderer, 139, name, game->form_focus == FORM_ROW_NAME);
     text(renderer, 137, 185, "SEED", MENU_HINT, 1);
-    form_field(renderer, 200, seed, game->form_focus == 1);
+    form_field(renderer, 200, seed, game->form_focus == FORM_ROW_SEED);
 
-    form_button(renderer, 165, 195, "CREATE WORLD", game->form_focus == 2);
-    form_button(renderer, 345, 399, "BACK", game->form_focus == 3);
+    form_button(renderer, 165, 195, "CREATE WORLD", game->form_focus == FORM_ROW_CREATE);
+    form_button(renderer, 345, 399, "BACK", game->form_focus == FORM_ROW_BACK);
     text(renderer, 192, 332, "UP DOWN FIELD   TYPE NAME   LEFT RIGHT SEED", MENU_HINT, 1);
 }
 
@@ -164,7 +166,7 @@ void render_inventory_overlay(SDL_Renderer* renderer, const Game* game) {
     text(renderer, 48, 280, "E CLOSE INVENTORY", PANEL_HINT, 1);
 
     text(renderer, 436, 48, "CRAFT", LABEL, 2);
-    for (std::uint32_t i = 0; i < 6; ++i) draw_recipe_row(renderer, i, i == game->craft_cursor);
+    for (std::uint32_t i = 0; i < RECIPE_COUNT; ++i) draw_recipe_row(renderer, i, i == game->craft_cursor);
     text(renderer, 436, 289, "C CRAFT", ACCENT, 1);
 }
 
@@ -172,7 +174,7 @@ void render_pause_overlay(SDL_Renderer* renderer, const Game* game) {
     dim_screen(renderer, 190);
     panel(renderer, 190, 80, 260, 202);
     text(renderer, 268, 103, "PAUSED", LABEL, 3);
-    for (std::uint32_t i = 0; i < 3; ++i) {
+    for (std::uint32_t i = 0; i < MENU_ITEM_COUNT; ++i) {
         const int y = 154 + 34 * static_cast<int>(i);
         const bool selected = i == game->menu_cursor;
         fill(renderer, 220, y, 200, 25, rgba(12, 21, 33));

@@ -4,11 +4,14 @@
 #include <cmath>
 #include <cstdio>
 
+#include "core/geometry.h"
+#include "core/hash.h"
+#include "core/inventory.h"
 #include "core/tiles.h"
 #include "render/draw.h"
 #include "render/icons.h"
 #include "render/menus.h"
-#include "world/world_gen.h"
+#include "render/notice.h"
 
 namespace {
 
@@ -21,7 +24,7 @@ constexpr std::uint32_t HINT_TEXT = 0xFFA29B8Du;
 // that far out is off screen either way.
 constexpr float PX_LIMIT = 16777216.0f;
 int to_px(float v) {
-    if (!(v == v)) return 0;
+    if (std::isnan(v)) return 0;
     return static_cast<int>(std::clamp(v, -PX_LIMIT, PX_LIMIT));
 }
 int floor_px(float v) { return to_px(std::floor(v)); }
@@ -201,8 +204,8 @@ void draw_torch_glow(SDL_Renderer* r, const Game& g, Camera cam, TileRange range
 // The outline follows the pointer everywhere; cracks only over a real tile
 // while mining work is under way.
 void draw_pointed_tile(SDL_Renderer* r, const Game& g, Camera cam, const FrameInput& in) {
-    const int tx = floor_px((g.camera_x + static_cast<float>(in.mouse_x)) * 0.0625f);
-    const int ty = floor_px((g.camera_y + static_cast<float>(in.mouse_y)) * 0.0625f);
+    const int tx = tile_under(g.camera_x, in.mouse_x);
+    const int ty = tile_under(g.camera_y, in.mouse_y);
     const int x = tx * TILE_SIZE - cam.cx;
     const int y = ty * TILE_SIZE - cam.cy;
     outline(r, x, y, 16, 16, rgba(255, 244, 171));
@@ -237,10 +240,6 @@ void draw_name_and_day(SDL_Renderer* r, const Game& g) {
     char line[64];
     std::snprintf(line, sizeof line, "%.*s  DAY %u", static_cast<int>(sizeof g.name), g.name, g.day);
     text(r, right_aligned_text_x(630, line), 10, line, HUD_TEXT, 1);
-}
-
-const InventorySlot* selected_slot(const Player& p) {
-    return p.selected < INVENTORY_SLOTS ? &p.inventory[p.selected] : nullptr;
 }
 
 void draw_hotbar(SDL_Renderer* r, const Game& g) {
@@ -285,18 +284,10 @@ void render_play_view(SDL_Renderer* r, const Game& g, const FrameInput& in) {
 
 }  // namespace
 
-// The field may lack its terminator, so at most its own size is read.
-void draw_notice(SDL_Renderer* renderer, const Game* game, int y, std::uint32_t colour) {
-    if (!(game->notice_timer > 0.0f)) return;
-    char line[NOTICE_SIZE + 1];
-    std::snprintf(line, sizeof line, "%.*s", NOTICE_SIZE, game->notice);
-    text(renderer, centred_text_x(line, 1), y, line, colour, 1);
-}
-
-void render_game(SDL_Renderer* renderer, const Game* game, const FrameInput* input) {
+void render_game(SDL_Renderer* renderer, const Game* game, const FrameInput* input, bool save_exists) {
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     switch (game->screen) {
-        case SCREEN_TITLE: render_title(renderer, game); return;
+        case SCREEN_TITLE: render_title(renderer, game, save_exists); return;
         case SCREEN_CREATE: render_create_form(renderer, game); return;
         default: break;
     }

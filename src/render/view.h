@@ -1,6 +1,6 @@
 // The frame's drawing: dispatch by screen, and the play view (sky, sun or moon,
 // hills, tiles, drops, creatures, player, darkness, torch glow, pointer, HUD).
-// Reads the game and the pointer; never changes the game.
+// Reads the game and the pointer; never changes the game, never touches a file.
 #pragma once
 
 #include <SDL.h>
@@ -10,8 +10,5 @@
 #include "core/frame_input.h"
 #include "core/game.h"
 
-void render_game(SDL_Renderer* renderer, const Game* game, const FrameInput* input);
-
-// The notice, centred at y while its timer runs. The play view and the title
-// show it in colours of their own.
-void draw_notice(SDL_Renderer* renderer, const Game* game, int y, std::uint32_t colour);
+// `save_exists` tells the title whether there is a world to load.
+void render_game(SDL_Renderer* renderer, const Game* game, const FrameInput* input, bool save_exists);

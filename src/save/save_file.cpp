@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "core/geometry.h"
 #include "core/tiles.h"
 
 namespace {
@@ -127,10 +128,6 @@ struct Writer {
     bool operator()(const char (&bytes)[N]) { return put(bytes, N); }
     template <std::size_t N>
     bool operator()(const std::uint8_t (&bytes)[N]) { return put(bytes, N); }
-    bool operator()(const InventorySlot (&slots)[INVENTORY_SLOTS]) {
-        const Encoded e = encode(slots);
-        return std::fwrite(e.bytes, SLOT_BYTES, INVENTORY_SLOTS, f) == INVENTORY_SLOTS;
-    }
     template <class T>
     bool operator()(const T& field) {
         const Encoded e = encode(field);
@@ -283,8 +280,7 @@ bool game_load(Game* game, const char* path) {
     scratch.screen = SCREEN_PLAYING;
     scratch.running = 1;
     scratch.world_open = 1;
-    scratch.camera_x = scratch.player.x - 320.0f;
-    scratch.camera_y = scratch.player.y - 180.0f;
+    camera_on_player(&scratch);
     std::memcpy(game, &scratch, sizeof scratch);
     game_notice(game, "WORLD LOADED");
     return true;

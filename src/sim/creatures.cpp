@@ -1,11 +1,14 @@
 #include "sim/creatures.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
+#include "core/geometry.h"
+#include "core/hash.h"
 #include "core/tiles.h"
+#include "sim/day_clock.h"
 #include "sim/movement.h"
-#include "world/world_gen.h"
 
 namespace {
 
@@ -33,6 +36,8 @@ constexpr float CONTACT_COOLDOWN = 1.0f;
 constexpr float PLAYER_HURT_TIME = 1.0f;
 constexpr float PLAYER_KNOCKBACK_X = 125.0f;
 constexpr float PLAYER_KNOCKBACK_Y = -120.0f;
+constexpr float NIGHT_SPAWN_INTERVAL = 2.2f;
+constexpr float DAY_SPAWN_INTERVAL = 5.5f;
 
 // Spawn geometry, in tiles.
 constexpr std::uint32_t SPAWN_MIN_DISTANCE = 14;
@@ -57,8 +62,8 @@ bool standing_room(const Game& g, int c, int k) {
 // The qualifying row nearest the player's middle row; the higher one wins a tie.
 // Returns -1 when the column has no standing room in the band.
 int spawn_row(const Game& g, int c, int pr) {
-    const int first = (pr > 14 ? pr : 14) - 13;
-    const int last = (pr < 145 ? pr : 145) + 11;
+    const int first = std::max(pr, 14) - 13;
+    const int last = std::min(pr, 145) + 11;
     int best = -1;
     int best_gap = 0;
     for (int k = first; k <= last; ++k) {
@@ -79,8 +84,7 @@ void chase_or_wander(const Player& p, Creature& c, const KindStats& k, float dt)
     } else if (c.on_ground && std::fabs(c.vx) < WANDER_RESUME_BELOW) {
         c.vx = static_cast<float>(c.dir) * WANDER_SPEED;
     }
-    if (c.vx < -k.speed_limit) c.vx = -k.speed_limit;
-    if (c.vx > k.speed_limit) c.vx = k.speed_limit;
+    c.vx = std::clamp(c.vx, -k.speed_limit, k.speed_limit);
     c.dir = c.vx < 0.0f ? -1 : 1;
 }
 
@@ -94,15 +98,14 @@ void hop_if_blocked(const Game& g, Creature& c) {
 }
 
 bool touches_player(const Creature& c, const Player& p) {
-    return c.x + CREATURE_SIZE > p.x && c.x < p.x + 12.0f && c.y + CREATURE_SIZE > p.y && c.y < p.y + 26.0f;
+    return c.x + CREATURE_SIZE > p.x && c.x < p.x + PLAYER_W && c.y + CREATURE_SIZE > p.y && c.y < p.y + PLAYER_H;
 }
 
 // Full health back at the world's spawn; nothing else is lost.
 void respawn_player(Game* game) {
     Player& p = game->player;
     p.hp = p.max_hp;
-    p.x = static_cast<float>(game->spawn_x * 16) + 2.0f;
-    p.y = static_cast<float>(game->spawn_y * 16);
+    player_to_spawn(game);
     p.vx = 0.0f;
     p.vy = 0.0f;
     game_notice(game, "THE GLIMWICK BRINGS YOU BACK");
@@ -152,7 +155,7 @@ bool creatures_try_spawn(Game* game) {
     const int c = pc + side * distance;
     // Refused, not mirrored: near a world edge only the inward side spawns.
     if (c < SPAWN_FIRST_COLUMN || c >= SPAWN_END_COLUMN) return false;
-    const int pr = static_cast<int>((p.y + 13.0f) / 16.0f);
+    const int pr = static_cast<int>(player_centre_y(p) / 16.0f);
     const int k = spawn_row(*game, c, pr);
     if (k < 0) return false;
 
@@ -170,6 +173,15 @@ bool creatures_try_spawn(Game* game) {
     cr.alive = 1;
     cr.on_ground = 0;
     return true;
+}
+
+// The timer is rearmed whether or not a creature appeared.
+void creatures_spawn_step(Game* game, float dt) {
+    const float interval = is_night(game->time_of_day) ? NIGHT_SPAWN_INTERVAL : DAY_SPAWN_INTERVAL;
+    game->creature_spawn_timer = game->creature_spawn_timer - dt;
+    if (game->creature_spawn_timer > 0.0f) return;
+    creatures_try_spawn(game);
+    game->creature_spawn_timer = interval;
 }
 
 void creatures_step(Game* game, float dt) {

@@ -1,8 +1,9 @@
 #include "sim/drops.h"
 
+#include "core/geometry.h"
+#include "core/hash.h"
 #include "core/inventory.h"
 #include "sim/movement.h"
-#include "world/world_gen.h"
 
 namespace {
 
@@ -33,8 +34,8 @@ Drop* free_drop(Game* game, std::uint32_t* index) {
 
 // Measured to the drop's top-left corner on purpose, not to its centre.
 bool near_player(const Player& p, const Drop& d) {
-    const float dx = (p.x + 6.0f) - d.x;
-    const float dy = (p.y + 13.0f) - d.y;
+    const float dx = player_centre_x(p) - d.x;
+    const float dy = player_centre_y(p) - d.y;
     return dx * dx + dy * dy < PICKUP_RADIUS_SQ;
 }
 

@@ -1,8 +1,8 @@
 #include "sim/mining.h"
 
-#include <cstdlib>
-
+#include "core/inventory.h"
 #include "core/tiles.h"
+#include "sim/combat.h"
 #include "sim/drops.h"
 #include "sim/reach.h"
 
@@ -17,11 +17,6 @@ constexpr float MINING_SPEED[MATERIALS][TOOL_KINDS] = {
     {2.0f, 4.2f, 0.35f, 1.0f},  // stone, ores, crystal, stone brick
     {0.8f, 1.2f, 0.35f, 1.0f},  // earth, sand, clay, wood, leaves, planks, workbench, torch
 };
-
-constexpr float STRIKE_COOLDOWN = 0.28f;
-constexpr float STRIKE_FLASH = 0.18f;
-constexpr float KNOCKBACK_X = 145.0f;
-constexpr float KNOCKBACK_Y = -95.0f;
 
 ToolKind tool_kind(std::uint32_t item) {
     switch (item) {
@@ -43,37 +38,6 @@ Material material(std::uint32_t tile) {
         case TILE_STONE_BRICK: return HARD_MATERIAL;
         default: return SOFT_MATERIAL;
     }
-}
-
-std::int32_t sword_damage(std::uint32_t item) { return item == ITEM_IRON_SWORD ? 7 : 4; }
-
-// A creature whose centre tile is within one tile of (tx, ty) on both axes.
-// Strikes come before the grid test, so tx, ty may be far off: subtract in 64 bits.
-bool under_pointer(const Creature& c, std::int32_t tx, std::int32_t ty) {
-    const std::int64_t col = static_cast<std::int32_t>((c.x + 7.0f) / 16.0f);
-    const std::int64_t row = static_cast<std::int32_t>((c.y + 7.0f) / 16.0f);
-    return std::llabs(col - tx) < 2 && std::llabs(row - ty) < 2;
-}
-
-// Returns whether a creature was struck; a strike replaces mining for the frame.
-bool try_strike(Game* game, std::int32_t tx, std::int32_t ty) {
-    Player& p = game->player;
-    const std::uint32_t held = held_item(p);
-    if (tool_kind(held) != SWORD_TOOL || p.attack_cooldown > 0.0f) return false;
-    for (Creature& c : game->creatures) {
-        if (!c.alive || !under_pointer(c, tx, ty)) continue;
-        c.vx = c.x < p.x ? -KNOCKBACK_X : KNOCKBACK_X;
-        c.vy = KNOCKBACK_Y;
-        c.hp -= sword_damage(held);
-        c.flash = STRIKE_FLASH;
-        p.attack_cooldown = STRIKE_COOLDOWN;
-        if (c.hp <= 0) {
-            c.alive = 0;
-            spawn_drop(game, TILE_COAL, c.x, c.y);
-        }
-        return true;
-    }
-    return false;
 }
 
 void mine_tile(Game* game, std::int32_t tx, std::int32_t ty, float dt) {
@@ -111,7 +75,8 @@ void game_attack_or_mine(Game* game, std::int32_t tx, std::int32_t ty, float dt)
         return;
     }
     // The creature strike comes before the bounds test: it works off the grid too.
-    if (try_strike(game, tx, ty)) return;
+    // A strike replaces mining for the frame.
+    if (strike_creature(game, tx, ty)) return;
     if (!in_grid(tx, ty)) return;
     mine_tile(game, tx, ty, dt);
 }

@@ -1,5 +1,6 @@
 // Holding the primary button: a sword strikes a creature under the pointer first,
 // otherwise the pointed tile gathers mining work by tool until it breaks and drops.
+// Owns mining speed by tool and material.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 #include "sim/placing.h"
 
+#include "core/geometry.h"
+#include "core/inventory.h"
 #include "core/tiles.h"
 #include "sim/reach.h"
 
@@ -20,7 +22,7 @@ bool supported(const Game& g, int tx, int ty) {
 bool overlaps_player(const Player& p, int tx, int ty) {
     const float left = static_cast<float>(tx * 16);
     const float top = static_cast<float>(ty * 16);
-    return left < p.x + 12.0f && left + 16.0f > p.x && top < p.y + 26.0f && top + 16.0f > p.y;
+    return left < p.x + PLAYER_W && left + 16.0f > p.x && top < p.y + PLAYER_H && top + 16.0f > p.y;
 }
 
 }  // namespace
@@ -30,7 +32,7 @@ void game_place(Game* game, std::int32_t tx, std::int32_t ty) {
     if (!inner_cell(tx, ty)) return;
     if (!within_reach(p, tx, ty)) return;
     if (tile_at(*game, tx, ty) != TILE_EMPTY) return;  // leaves and torches occupy their cell
-    InventorySlot* slot = held_slot(p);
+    InventorySlot* slot = selected_slot(p);
     const std::int32_t tile = slot ? item_to_tile(slot->item) : 0;
     if (tile == 0) return;
     if (!supported(*game, tx, ty)) return;

@@ -1,5 +1,5 @@
-// The frame step: advances a world by one frame of play (player physics, actions,
-// day clock, creatures, drops, camera, notice, autosave) in a fixed order.
+// The frame step: advances a world by one frame of play in a fixed order (player
+// motion, actions, day clock, creatures, drops, camera, notice, autosave clock).
 // A deterministic function of (Game, FrameInput, dt); it never allocates or prints.
 #pragma once
 
@@ -7,4 +7,5 @@
 #include "core/game.h"
 
 // Acts only on the playing screen with a world open; dt is clamped to 0.05 s.
+// The autosave itself is the caller's: see autosave_due.
 void game_update(Game* game, const FrameInput* input, float dt);

@@ -19,12 +19,28 @@ constexpr std::uint32_t SALT_TREE = 0xC686E228u;
 constexpr std::uint32_t SALT_TREE_HEIGHT = 0x4C72AC93u;
 
 constexpr int CAVE_COUNT = 150;
+
+// A number drawn as first + hash % count, so first .. first + count - 1.
+struct Spread {
+    std::uint32_t first, count;
+};
+// Cave centres lie in columns 8..503 and rows 67..148, below the surface band
+// and above the bedrock; radii are 3..12 tiles across and 2..7 down, so caves
+// come out as long low chambers rather than tall shafts.
+constexpr Spread CAVE_CX{8, 496};
+constexpr Spread CAVE_CY{67, 82};
+constexpr Spread CAVE_RX{3, 10};
+constexpr Spread CAVE_RY{2, 6};
 constexpr int BEDROCK_FIRST_ROW = 157;
+// Every fifth column from 7 to 502 may grow a tree: 38 in 100 do, on grass.
+constexpr std::uint32_t TREE_PERCENT = 38;
 constexpr int SPAWN_X = 256;
 
 std::uint32_t salted(std::uint32_t seed, std::uint32_t salt, std::uint32_t b) {
     return world_hash(seed ^ salt, b, 0);
 }
+
+int pick(std::uint32_t h, Spread s) { return static_cast<int>(h % s.count + s.first); }
 
 bool sand_column(int x) { return (x / 84) % 5 == 3; }
 
@@ -60,11 +76,13 @@ void carve_ellipse(Game* g, int cx, int cy, int rx, int ry) {
 void cave_pass(Game* g) {
     for (int i = 0; i < CAVE_COUNT; ++i) {
         const std::uint32_t ui = static_cast<std::uint32_t>(i);
-        const int cx = static_cast<int>(salted(g->seed, SALT_CAVE_X, ui) % 496u + 8u);
-        const int cy = static_cast<int>(salted(g->seed, SALT_CAVE_Y, ui) % 82u + 67u);
-        const int rx = static_cast<int>(salted(g->seed, SALT_CAVE_RX, ui) % 10u + 3u);
-        const int ry = static_cast<int>(salted(g->seed, SALT_CAVE_RY, ui) % 6u + 2u);
+        const int cx = pick(salted(g->seed, SALT_CAVE_X, ui), CAVE_CX);
+        const int cy = pick(salted(g->seed, SALT_CAVE_Y, ui), CAVE_CY);
+        const int rx = pick(salted(g->seed, SALT_CAVE_RX, ui), CAVE_RX);
+        const int ry = pick(salted(g->seed, SALT_CAVE_RY, ui), CAVE_RY);
         carve_ellipse(g, cx, cy, rx, ry);
+        // Every other cave gets a narrower lobe centred on its right end, up to two
+        // rows higher or lower, so caves are not all plain ovals.
         if (i % 2 == 0) carve_ellipse(g, cx + rx - 1, cy + (i % 5) - 2, rx / 2 + 2, ry);
     }
 }
@@ -103,7 +121,7 @@ void ore_pass(Game* g) {
 void tree_pass(Game* g) {
     for (int x = 7; x <= 502; x += 5) {
         const std::uint32_t ux = static_cast<std::uint32_t>(x);
-        if (salted(g->seed, SALT_TREE, ux) % 100u >= 38u) continue;
+        if (salted(g->seed, SALT_TREE, ux) % 100u >= TREE_PERCENT) continue;
         const int s = surface_height(g->seed, x);
         if (tile_at(*g, x, s) != TILE_GRASS) continue;
         const int height = static_cast<int>((salted(g->seed, SALT_TREE_HEIGHT, ux) & 3u) | 4u);
@@ -133,16 +151,6 @@ void spawn_pass(Game* g) {
 
 }  // namespace
 
-std::uint32_t world_hash(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
-    std::uint32_t h = (b * 0x9E3779B9u) ^ a ^ (c * 0x85EBCA6Bu);
-    h ^= h >> 16;
-    h *= 0x7FEB352Du;
-    h ^= h >> 15;
-    h *= 0x846CA68Bu;
-    h ^= h >> 16;
-    return h;
-}
-
 std::int32_t surface_height(std::uint32_t seed, std::int32_t x) {
     const std::uint32_t ux = static_cast<std::uint32_t>(x);
     const std::uint32_t hb = salted(seed, SALT_BROAD, ux / 48u);
@@ -157,7 +165,7 @@ std::int32_t surface_height(std::uint32_t seed, std::int32_t x) {
 void world_generate(Game* game, std::uint32_t seed, const char* name) {
     std::memset(game->tiles, TILE_EMPTY, sizeof game->tiles);
     game->seed = seed == 0 ? 5u : seed;
-    const char* stored = (name != nullptr && name[0] != '\0') ? name : "GLIMWICK WORLD";
+    const char* stored = (name != nullptr && name[0] != '\0') ? name : DEFAULT_WORLD_NAME;
     // A bounded copy; the bytes after the terminator keep what the record held.
     if (stored != game->name) std::snprintf(game->name, sizeof game->name, "%s", stored);
     else game->name[NAME_SIZE - 1] = '\0';

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "save/save_path.h"
+#include "world/new_game.h"
 
 namespace {
 
@@ -175,7 +176,7 @@ TEST_F(Screens, OnlyTheSlotGridTakesClicksInViewPixels) {
     EXPECT_EQ(g->player.selected, 6u);
 
     SDL_WarpMouseInWindow(window, 640, 360);
-    screens_sample_input(g.get(), window, &in);
+    screens_sample_input(window, &in);
     EXPECT_EQ(std::pair(in.mouse_x, in.mouse_y), std::pair(320, 180));
 }
 

@@ -7,6 +7,7 @@
 
 #include "core/game.h"
 #include "core/tiles.h"
+#include "world/new_game.h"
 #include "world/world_gen.h"
 
 namespace {

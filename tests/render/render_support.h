@@ -11,6 +11,8 @@
 
 #include "core/game.h"
 #include "render/view.h"
+#include "save/save_file.h"
+#include "save/save_path.h"
 
 // Pixels are compared as 0xRRGGBB.
 constexpr std::uint32_t rgb(std::uint32_t r, std::uint32_t g, std::uint32_t b) { return r << 16 | g << 8 | b; }
@@ -29,7 +31,7 @@ struct Canvas {
     // A whole frame of `g`, the pointer off the view.
     explicit Canvas(const Game& g) : Canvas() {
         const FrameInput in{0, 0, 0, 0, 0, 0, 0, 0, -100, -100};
-        render_game(renderer, &g, &in);
+        render_game(renderer, &g, &in, game_save_exists(game_default_save_path()));
     }
     ~Canvas() {
         SDL_DestroyRenderer(renderer);

@@ -1,5 +1,5 @@
 // Screenshots, on a software canvas and through the real program.
-#include "render/screenshot.h"
+#include "app/screenshot.h"
 
 #include <sys/wait.h>
 

@@ -8,6 +8,7 @@
 #include "render/render_support.h"
 #include "save/save_file.h"
 #include "save/save_path.h"
+#include "world/new_game.h"
 
 namespace {
 

@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "save/save_support.h"
+#include "world/new_game.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 
 #include "core/tiles.h"
 #include "sim/update.h"
+#include "world/new_game.h"
 
 namespace fixtures {
 

@@ -1,4 +1,4 @@
-#include "render/screenshot.h"
+#include "app/screenshot.h"
 
 namespace {
 
