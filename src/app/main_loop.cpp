@@ -12,6 +12,7 @@
 #include "app/selftest.h"
 #include "core/frame_input.h"
 #include "core/game.h"
+#include "render/canvas.h"
 #include "render/screenshot.h"
 #include "render/view.h"
 #include "save/save_file.h"
@@ -83,11 +84,15 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
     Uint64 previous = SDL_GetPerformanceCounter();
     LoopResult result{opts.screenshot == nullptr};
     std::int32_t frames = 0;
+    ViewCanvas canvas = canvas_create(video.renderer, SDL_GetWindowPixelFormat(video.window));
 
     while (game->running) {
         frame_input_begin(&input);
         SDL_Event event;
-        while (SDL_PollEvent(&event)) screens_handle_event(game, video.window, &input, &event);
+        while (SDL_PollEvent(&event)) {
+            canvas_handle_event(&canvas, &event);
+            screens_handle_event(game, video.window, &input, &event);
+        }
         screens_sample_input(game, video.window, &input);
 
         const Uint64 now = SDL_GetPerformanceCounter();
@@ -99,9 +104,9 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
         // Menus have no simulation step; their notices still time out.
         if (game->screen != SCREEN_PLAYING && game->notice_timer > 0.0f) game->notice_timer -= dt;
 
-        SDL_SetRenderDrawColor(video.renderer, 0, 0, 0, 255);
-        SDL_RenderClear(video.renderer);
+        canvas_begin_frame(&canvas);
         render_game(video.renderer, game, &input);
+        canvas_end_frame(&canvas);
         ++frames;
 
         if (opts.screenshot != nullptr && frames == opts.max_frames) {
@@ -120,6 +125,7 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
             break;
         }
     }
+    canvas_destroy(&canvas);
     return result;
 }
 

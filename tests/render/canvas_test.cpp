@@ -1,0 +1,141 @@
+// The view-sized canvas against drawing straight to the window, in hidden windows
+// on the dummy driver: the same bytes at whole scales, clicks still in view pixels,
+// and a canvas made again after the renderer loses its targets.
+#include "render/canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "core/game.h"
+#include "core/tiles.h"
+#include "render/view.h"
+
+namespace {
+
+// An 8-bit palette format no renderer takes as a target: the straight path.
+constexpr Uint32 REFUSED = SDL_PIXELFORMAT_INDEX8;
+
+class CanvasWindow : public ::testing::Test {
+protected:
+    void open(int w, int h) {
+        ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+        window = SDL_CreateWindow("TALVEN", 0, 0, w, h, SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE);
+        renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+        ASSERT_NE(renderer, nullptr) << SDL_GetError();
+        SDL_RenderSetLogicalSize(renderer, VIEW_W, VIEW_H);
+        SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
+    }
+    void TearDown() override {
+        if (renderer != nullptr) SDL_DestroyRenderer(renderer);
+        if (window != nullptr) SDL_DestroyWindow(window);
+        SDL_Quit();
+    }
+
+    // One frame of `g` as the main loop draws it, over a window left white so
+    // that unpainted bars show, read back from the whole window surface.
+    std::vector<Uint8> frame(ViewCanvas* canvas, const Game& g, const FrameInput& in) {
+        SDL_SetRenderDrawColor(renderer, 255, 255, 255, 255);
+        SDL_RenderClear(renderer);
+        canvas_begin_frame(canvas);
+        render_game(renderer, &g, &in);
+        canvas_end_frame(canvas);
+        SDL_RenderFlush(renderer);
+        const SDL_Surface* s = SDL_GetWindowSurface(window);
+        const auto* px = static_cast<const Uint8*>(s->pixels);
+        return {px, px + s->pitch * s->h};
+    }
+
+    SDL_Window* window = nullptr;
+    SDL_Renderer* renderer = nullptr;
+};
+
+// The debug world at night with creatures, drops, a torch and cracks under the pointer.
+std::unique_ptr<Game> busy_night(std::uint32_t screen) {
+    auto g = std::make_unique<Game>();
+    game_new(g.get(), 5010501u, "QA WORLD");
+    g->screen = screen;
+    g->time_of_day = 0.8f;
+    g->player.mine_progress = 0.5f;
+    for (int i = 0; i < 4; ++i) {
+        g->creatures[i] = {g->camera_x + 90.0f * static_cast<float>(i + 1), g->camera_y + 150.0f, 0, 0, 5,
+                           i & 1, i - 2, 0, 0, 1, static_cast<std::uint8_t>(i & 1)};
+        g->drops[i] = {g->camera_x + 70.0f + 33.0f * static_cast<float>(i), g->camera_y + 120.0f, 0, 0,
+                       static_cast<std::uint32_t>(TILE_COAL + i), 1, 60.0f, 1};
+    }
+    tile_at(*g, static_cast<int>(g->camera_x) / 16 + 6, static_cast<int>(g->camera_y) / 16 + 9) = TILE_TORCH;
+    return g;
+}
+
+// Scale 1, scale 2 with bars above and below, and scale 3.
+TEST_F(CanvasWindow, DrawsTheSameBytesAsStraightToTheWindow) {
+    const int sizes[][2] = {{640, 360}, {1280, 800}, {1920, 1080}};
+    FrameInput in{};
+    in.mouse_x = 200;
+    in.mouse_y = 250;
+    for (const auto& [w, h] : sizes) {
+        SCOPED_TRACE(w);
+        open(w, h);
+        ViewCanvas canvas = canvas_create(renderer, SDL_GetWindowPixelFormat(window));
+        ViewCanvas straight = canvas_create(renderer, REFUSED);
+        ASSERT_NE(canvas.texture, nullptr) << SDL_GetError();
+        EXPECT_EQ(straight.texture, nullptr);
+        for (const std::uint32_t screen : {SCREEN_PLAYING, SCREEN_INVENTORY, SCREEN_TITLE}) {
+            const auto g = busy_night(screen);
+            EXPECT_EQ(frame(&straight, *g, in), frame(&canvas, *g, in)) << screen;
+        }
+        canvas_destroy(&canvas);
+        TearDown();
+        renderer = nullptr;
+        window = nullptr;
+    }
+}
+
+// SDL maps button positions through the window's letterbox as they are queued,
+// whatever the target is.
+TEST_F(CanvasWindow, ClicksLandOnTheSameViewPixel) {
+    open(1280, 800);
+    ViewCanvas canvas = canvas_create(renderer, SDL_GetWindowPixelFormat(window));
+    const int clicks[][4] = {{640, 400, 320, 180}, {0, 40, 0, 0}, {1279, 759, 639, 359}, {3, 45, 1, 2}};
+    for (const bool mid_frame : {true, false}) {
+        canvas_begin_frame(&canvas);
+        if (!mid_frame) canvas_end_frame(&canvas);
+        for (const auto& [wx, wy, vx, vy] : clicks) {
+            SDL_Event e{};
+            e.button = {SDL_MOUSEBUTTONDOWN, 0, SDL_GetWindowID(window), 0, SDL_BUTTON_LEFT, SDL_PRESSED, 1, 0, wx, wy};
+            ASSERT_EQ(SDL_PushEvent(&e), 1) << SDL_GetError();
+            ASSERT_EQ(SDL_PeepEvents(&e, 1, SDL_GETEVENT, SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONDOWN), 1);
+            EXPECT_EQ((std::pair{vx, vy}), (std::pair{e.button.x, e.button.y})) << mid_frame << " " << wx;
+        }
+        if (mid_frame) canvas_end_frame(&canvas);
+    }
+    canvas_destroy(&canvas);
+}
+
+// Only the two reset events replace the texture; a refused canvas stays refused.
+TEST_F(CanvasWindow, TexturesAreMadeAgainAfterAReset) {
+    open(640, 360);
+    static int marker;
+    const Uint32 events[] = {SDL_RENDER_TARGETS_RESET, SDL_RENDER_DEVICE_RESET, SDL_WINDOWEVENT};
+    ViewCanvas canvas = canvas_create(renderer, SDL_GetWindowPixelFormat(window));
+    ViewCanvas straight = canvas_create(renderer, REFUSED);
+    const auto g = busy_night(SCREEN_PLAYING);
+    const FrameInput in{};
+    for (const Uint32 type : events) {
+        SDL_SetTextureUserData(canvas.texture, &marker);
+        SDL_Event e{};
+        e.type = type;
+        canvas_handle_event(&canvas, &e);
+        canvas_handle_event(&straight, &e);
+        ASSERT_NE(canvas.texture, nullptr);
+        EXPECT_EQ(type == SDL_WINDOWEVENT, SDL_GetTextureUserData(canvas.texture) == &marker) << type;
+        EXPECT_EQ(straight.texture, nullptr);
+        EXPECT_EQ(frame(&straight, *g, in), frame(&canvas, *g, in)) << type;
+    }
+    canvas_destroy(&canvas);
+    EXPECT_EQ(canvas.texture, nullptr);
+}
+
+}  // namespace
