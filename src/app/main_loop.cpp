@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "app/frame_clock.h"
+#include "app/frame_pacing.h"
 #include "app/options.h"
 #include "app/screens.h"
 #include "app/selftest.h"
@@ -85,6 +86,7 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
     LoopResult result{opts.screenshot == nullptr};
     std::int32_t frames = 0;
     ViewCanvas canvas = canvas_create(video.renderer, SDL_GetWindowPixelFormat(video.window));
+    const FramePacer pacer = frame_pacer_create(video.renderer, opts.fixed_step);
 
     while (game->running) {
         frame_input_begin(&input);
@@ -124,6 +126,7 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
             game->running = 0;
             break;
         }
+        frame_pacer_wait(pacer, video.window, now);
     }
     canvas_destroy(&canvas);
     return result;
