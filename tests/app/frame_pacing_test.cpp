@@ -14,8 +14,8 @@ TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
     const Case cases[] = {
         {true, false, 60, 0.001f, 0},              // frame-limited runs never wait
         {false, false, 60, 0.004f, 12},            // 12.67 ms left, rounded down
-        {false, false, 0, 0.004f, 12},             // unknown rate: 60 Hz
-        {false, false, -5, 0.004f, 12},
+        {false, false, 0, 0.0036f, 13},            // unknown rate: 60 Hz (61 Hz would leave 12.79)
+        {false, false, -5, 0.0036f, 13},
         {false, false, 144, 0.001f, 5},            // 5.94 ms left
         {false, false, 60, 0.02f, 0},              // over budget
         {false, false, 60, SIXTIETH, 0},
@@ -27,4 +27,17 @@ TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
     for (const Case& c : cases)
         EXPECT_EQ(c.ms, pacing_delay_ms(c.unattended, c.vsync, c.hz, c.took))
             << c.unattended << c.vsync << " " << c.hz << " " << c.took;
+}
+
+// SDL's software renderer says it waits for the display even where it cannot,
+// which is why a claim alone is not trusted.
+TEST(FramePacing, TakesTheClaimFromTheRenderer) {
+    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    SDL_Window* window = SDL_CreateWindow("TALVEN", 0, 0, 64, 36, SDL_WINDOW_HIDDEN);
+    SDL_Renderer* renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+    EXPECT_EQ(true, frame_pacer_create(renderer, false).vsync_claimed);
+    EXPECT_EQ(false, frame_pacer_create(nullptr, false).vsync_claimed);
+    SDL_DestroyRenderer(renderer);
+    SDL_DestroyWindow(window);
+    SDL_Quit();
 }

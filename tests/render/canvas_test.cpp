@@ -86,6 +86,7 @@ TEST_F(CanvasWindow, DrawsTheSameBytesAsStraightToTheWindow) {
             const auto g = busy_night(screen);
             EXPECT_EQ(frame(&straight, *g, in), frame(&canvas, *g, in)) << screen;
         }
+        EXPECT_NE(canvas.texture, nullptr);  // still drawing through it
         canvas_destroy(&canvas);
         TearDown();
         renderer = nullptr;
