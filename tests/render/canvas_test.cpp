@@ -69,7 +69,7 @@ std::unique_ptr<Game> busy_night(std::uint32_t screen) {
     return g;
 }
 
-// Scale 1, scale 2 with bars above and below, and scale 3.
+// Scale 1, scale 2 with black bars above and below, and scale 3.
 TEST_F(CanvasWindow, DrawsTheSameBytesAsStraightToTheWindow) {
     const int sizes[][2] = {{640, 360}, {1280, 800}, {1920, 1080}};
     FrameInput in{};
@@ -84,7 +84,10 @@ TEST_F(CanvasWindow, DrawsTheSameBytesAsStraightToTheWindow) {
         EXPECT_EQ(straight.texture, nullptr);
         for (const std::uint32_t screen : {SCREEN_PLAYING, SCREEN_INVENTORY, SCREEN_TITLE}) {
             const auto g = busy_night(screen);
-            EXPECT_EQ(frame(&straight, *g, in), frame(&canvas, *g, in)) << screen;
+            const std::vector<Uint8> got = frame(&canvas, *g, in);
+            EXPECT_EQ(frame(&straight, *g, in), got) << screen;
+            const auto bar = static_cast<std::ptrdiff_t>(w * 4 * (h - w * 9 / 16) / 2);
+            EXPECT_EQ(std::vector<Uint8>(bar), std::vector(got.begin(), got.begin() + bar));
         }
         EXPECT_NE(canvas.texture, nullptr);  // still drawing through it
         canvas_destroy(&canvas);
