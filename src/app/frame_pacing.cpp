@@ -17,11 +17,15 @@ FramePacer frame_pacer_create(SDL_Renderer* renderer, bool unattended) {
     return {unattended, vsync};
 }
 
+int display_refresh_hz(SDL_Window* window) {
+    SDL_DisplayMode mode{};
+    return SDL_GetCurrentDisplayMode(SDL_GetWindowDisplayIndex(window), &mode) == 0 ? mode.refresh_rate : 0;
+}
+
 // Asked every frame: the window may have moved to a display with another rate.
 void frame_pacer_wait(const FramePacer& pacer, SDL_Window* window, std::uint64_t frame_start) {
     if (pacer.unattended) return;
-    SDL_DisplayMode mode{};
-    const int hz = SDL_GetCurrentDisplayMode(SDL_GetWindowDisplayIndex(window), &mode) == 0 ? mode.refresh_rate : 0;
+    const int hz = display_refresh_hz(window);
     const float took = elapsed_seconds(frame_start, SDL_GetPerformanceCounter(), SDL_GetPerformanceFrequency());
     const std::uint32_t ms = pacing_delay_ms(pacer.unattended, pacer.vsync_claimed, hz, took);
     if (ms > 0) SDL_Delay(ms);

@@ -21,5 +21,7 @@ struct FramePacer {
 };
 
 FramePacer frame_pacer_create(SDL_Renderer* renderer, bool unattended);
+// The refresh rate of the window's display, 0 when unknown.
+int display_refresh_hz(SDL_Window* window);
 // Sleeps what is left of the frame that began at performance-counter reading `frame_start`.
 void frame_pacer_wait(const FramePacer& pacer, SDL_Window* window, std::uint64_t frame_start);

@@ -15,10 +15,8 @@ SDL_Texture* make_texture(SDL_Renderer* r, Uint32 format) {
     if (!SDL_RenderTargetSupported(r)) return nullptr;
     SDL_Texture* t = SDL_CreateTexture(r, format, SDL_TEXTUREACCESS_TARGET, VIEW_W, VIEW_H);
     if (t == nullptr) return nullptr;
-    if (SDL_SetTextureBlendMode(t, SDL_BLENDMODE_NONE) != 0 || SDL_SetTextureScaleMode(t, SDL_ScaleModeNearest) != 0) {
-        SDL_DestroyTexture(t);
-        return nullptr;
-    }
+    SDL_SetTextureBlendMode(t, SDL_BLENDMODE_NONE);
+    SDL_SetTextureScaleMode(t, SDL_ScaleModeNearest);
     return t;
 }
 
@@ -29,7 +27,7 @@ ViewCanvas canvas_create(SDL_Renderer* renderer, Uint32 format) {
 }
 
 void canvas_destroy(ViewCanvas* canvas) {
-    if (canvas->texture != nullptr) SDL_DestroyTexture(canvas->texture);
+    SDL_DestroyTexture(canvas->texture);  // refuses a null texture and nothing else happens
     canvas->texture = nullptr;
 }
 

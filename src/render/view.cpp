@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 
 #include "core/tiles.h"
 #include "render/draw.h"
@@ -78,7 +79,7 @@ struct HillLayer {
     int count;
     std::uint32_t colour;
     const HillStep* steps;
-    int step_count;
+    std::size_t step_count;
     int bottom;  // where the layer in front covers the whole view's width
 };
 
@@ -89,8 +90,8 @@ constexpr HillStep FAR_STEPS[] = {{-30, 190, 120}, {-20, 181, 100}, {-10, 172, 8
 constexpr HillStep NEAR_STEPS[] = {{-40, 230, 92}, {-32, 222, 76}, {-24, 214, 60},
                                    {-16, 206, 44}, {-8, 198, 28},  {0, 190, 12}};
 constexpr HillLayer HILLS[] = {
-    {0.08f, 120, -90, 8, rgba(44, 82, 104), FAR_STEPS, 7, NEAR_STEPS[0].top},
-    {0.16f, 92, -52, 10, rgba(47, 91, 80), NEAR_STEPS, 6, VIEW_H},
+    {0.08f, 120, -90, 8, rgba(44, 82, 104), FAR_STEPS, std::size(FAR_STEPS), NEAR_STEPS[0].top},
+    {0.16f, 92, -52, 10, rgba(47, 91, 80), NEAR_STEPS, std::size(NEAR_STEPS), VIEW_H},
 };
 // A widest step as wide as the layer's period leaves no gap between hills, so
 // from its top down a layer hides everything behind it.
@@ -106,7 +107,7 @@ void draw_hills(SDL_Renderer* r, const HillLayer& layer, float camera_x) {
     for (int j = 0; j < layer.count; ++j) {
         const int b = layer.first_base - shift + layer.period * j;
         int bottom = layer.bottom;
-        for (int k = 0; k < layer.step_count; ++k) {
+        for (std::size_t k = 0; k < layer.step_count; ++k) {
             const HillStep& st = layer.steps[k];
             fill(r, b + st.dx, st.top, st.width, bottom - st.top, layer.colour);
             bottom = st.top;

@@ -16,6 +16,7 @@ TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
         {false, false, 60, 0.004f, 12},            // 12.67 ms left, rounded down
         {false, false, 0, 0.0036f, 13},            // unknown rate: 60 Hz (61 Hz would leave 12.79)
         {false, false, -5, 0.0036f, 13},
+        {false, false, 1, 0.0f, 1000},
         {false, false, 144, 0.001f, 5},            // 5.94 ms left
         {false, false, 60, 0.02f, 0},              // over budget
         {false, false, 60, SIXTIETH, 0},
@@ -30,13 +31,14 @@ TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
 }
 
 // SDL's software renderer says it waits for the display even where it cannot,
-// which is why a claim alone is not trusted.
-TEST(FramePacing, TakesTheClaimFromTheRenderer) {
+// which is why a claim alone is not trusted. No window, no known rate.
+TEST(FramePacing, TakesTheClaimFromTheRendererAndTheRateFromTheDisplay) {
     ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
     SDL_Window* window = SDL_CreateWindow("TALVEN", 0, 0, 64, 36, SDL_WINDOW_HIDDEN);
     SDL_Renderer* renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
     EXPECT_EQ(true, frame_pacer_create(renderer, false).vsync_claimed);
     EXPECT_EQ(false, frame_pacer_create(nullptr, false).vsync_claimed);
+    EXPECT_EQ(0, display_refresh_hz(nullptr));
     SDL_DestroyRenderer(renderer);
     SDL_DestroyWindow(window);
     SDL_Quit();
