@@ -7,10 +7,13 @@
 #include "sim/autosave.h"
 #include "sim/update.h"
 
-void frame_read_input(Game* game, SDL_Window* window, FrameInput* input) {
+void frame_read_input(Game* game, SDL_Window* window, FrameInput* input, ViewCanvas* canvas) {
     frame_input_begin(input);
     SDL_Event event;
-    while (SDL_PollEvent(&event)) screens_handle_event(game, window, input, &event);
+    while (SDL_PollEvent(&event)) {
+        if (canvas != nullptr) canvas_handle_event(canvas, &event);
+        screens_handle_event(game, window, input, &event);
+    }
     screens_sample_input(window, input);
 }
 
@@ -21,8 +24,8 @@ void frame_advance(Game* game, const FrameInput* input, float dt) {
     if (game->screen != SCREEN_PLAYING && game->notice_timer > 0.0f) game->notice_timer -= dt;
 }
 
-void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer) {
-    frame_read_input(game, window, input);
+void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer, ViewCanvas* canvas) {
+    frame_read_input(game, window, input, canvas);
     const Uint64 now = SDL_GetPerformanceCounter();
     float dt = elapsed_seconds(timer->previous, now, SDL_GetPerformanceFrequency());
     timer->previous = now;

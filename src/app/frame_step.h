@@ -9,6 +9,7 @@
 
 #include "core/frame_input.h"
 #include "core/game.h"
+#include "render/canvas.h"
 
 struct FrameTimer {
     std::uint64_t previous;  // performance counter at the last frame
@@ -16,11 +17,12 @@ struct FrameTimer {
 };
 
 // Clears the one-frame flags, handles every pending event, samples keys and pointer.
-void frame_read_input(Game* game, SDL_Window* window, FrameInput* input);
+// The canvas, when there is one, sees each event too, to remake itself after a reset.
+void frame_read_input(Game* game, SDL_Window* window, FrameInput* input, ViewCanvas* canvas);
 
 // Everything a frame changes once its input and time are known: the simulation,
 // then the autosave when it is due, then menu notices. Recorded frames replay here.
 void frame_advance(Game* game, const FrameInput* input, float dt);
 
 // frame_read_input, the time since the last frame, then frame_advance.
-void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer);
+void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer, ViewCanvas* canvas);

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include "app/frame_pacing.h"
 #include "app/frame_step.h"
 #include "app/options.h"
 #include "app/screens.h"
@@ -13,6 +14,7 @@
 #include "app/selftest.h"
 #include "core/frame_input.h"
 #include "core/game.h"
+#include "render/canvas.h"
 #include "render/view.h"
 #include "save/save_file.h"
 #include "save/save_path.h"
@@ -85,13 +87,15 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
     FrameTimer timer{SDL_GetPerformanceCounter(), opts.fixed_step};
     LoopResult result{opts.screenshot == nullptr};
     std::int32_t frames = 0;
+    ViewCanvas canvas = canvas_create(video.renderer, SDL_GetWindowPixelFormat(video.window));
+    const FramePacer pacer = frame_pacer_create(video.renderer, opts.fixed_step);
 
     while (game->running) {
-        frame_step(game, video.window, &input, &timer);
+        frame_step(game, video.window, &input, &timer, &canvas);
 
-        SDL_SetRenderDrawColor(video.renderer, 0, 0, 0, 255);
-        SDL_RenderClear(video.renderer);
+        canvas_begin_frame(&canvas);
         render_game(video.renderer, game, &input, title_save_exists(game));
+        canvas_end_frame(&canvas);
         ++frames;
 
         if (opts.screenshot != nullptr && frames == opts.max_frames) {
@@ -109,7 +113,9 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
             game->running = 0;
             break;
         }
+        frame_pacer_wait(pacer, video.window, timer.previous);
     }
+    canvas_destroy(&canvas);
     return result;
 }
 

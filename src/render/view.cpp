@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 
 #include "core/geometry.h"
 #include "core/hash.h"
@@ -51,8 +52,9 @@ TileRange visible_tiles(Camera cam) {
             std::max(0, cam.cy / TILE_SIZE), std::min(WORLD_H - 1, (cam.cy + VIEW_H) / TILE_SIZE)};
 }
 
-void draw_sky(SDL_Renderer* r, float light) {
-    fill(r, 0, 0, VIEW_W, VIEW_H,
+// Below `bottom` the hills cover the sky across the whole view.
+void draw_sky(SDL_Renderer* r, float light, int bottom) {
+    fill(r, 0, 0, VIEW_W, bottom,
          rgba(channel(light * 93.0f + 16.0f), channel(light * 151.0f + 17.0f), channel(light * 176.0f + 41.0f)));
 }
 
@@ -80,7 +82,8 @@ struct HillLayer {
     int count;
     std::uint32_t colour;
     const HillStep* steps;
-    int step_count;
+    std::size_t step_count;
+    int bottom;  // where the layer in front covers the whole view's width
 };
 
 // Stepped hills, widest at the bottom. The far layer's last step has no width
@@ -89,20 +92,28 @@ constexpr HillStep FAR_STEPS[] = {{-30, 190, 120}, {-20, 181, 100}, {-10, 172, 8
                                   {10, 154, 40},   {20, 145, 20},   {30, 136, 0}};
 constexpr HillStep NEAR_STEPS[] = {{-40, 230, 92}, {-32, 222, 76}, {-24, 214, 60},
                                    {-16, 206, 44}, {-8, 198, 28},  {0, 190, 12}};
-const HillLayer HILLS[] = {
-    {0.08f, 120, -90, 8, rgba(44, 82, 104), FAR_STEPS, 7},
-    {0.16f, 92, -52, 10, rgba(47, 91, 80), NEAR_STEPS, 6},
+constexpr HillLayer HILLS[] = {
+    {0.08f, 120, -90, 8, rgba(44, 82, 104), FAR_STEPS, std::size(FAR_STEPS), NEAR_STEPS[0].top},
+    {0.16f, 92, -52, 10, rgba(47, 91, 80), NEAR_STEPS, std::size(NEAR_STEPS), VIEW_H},
 };
+// A widest step as wide as the layer's period leaves no gap between hills, so
+// from its top down a layer hides everything behind it.
+static_assert(HILLS[0].steps[0].width == HILLS[0].period && HILLS[1].steps[0].width == HILLS[1].period);
+constexpr int SKY_BOTTOM = FAR_STEPS[0].top;
 
-// Hills scroll sideways slower than the world and never move vertically.
+// Hills scroll sideways slower than the world and never move vertically. Each
+// step is drawn only down to the top of the wider step beneath it, which paints
+// the rest in the same colour; the widest step reaches the layer's bottom.
 void draw_hills(SDL_Renderer* r, const HillLayer& layer, float camera_x) {
     const int o = to_px(camera_x * layer.parallax);
     const int shift = o - (o / layer.period) * layer.period;
     for (int j = 0; j < layer.count; ++j) {
         const int b = layer.first_base - shift + layer.period * j;
-        for (int k = 0; k < layer.step_count; ++k) {
+        int bottom = layer.bottom;
+        for (std::size_t k = 0; k < layer.step_count; ++k) {
             const HillStep& st = layer.steps[k];
-            fill(r, b + st.dx, st.top, st.width, VIEW_H, layer.colour);
+            fill(r, b + st.dx, st.top, st.width, bottom - st.top, layer.colour);
+            bottom = st.top;
         }
     }
 }
@@ -265,7 +276,7 @@ void render_play_view(SDL_Renderer* r, const Game& g, const FrameInput& in) {
     const Camera cam{floor_px(g.camera_x), floor_px(g.camera_y)};
     const TileRange range = visible_tiles(cam);
 
-    draw_sky(r, light);
+    draw_sky(r, light, SKY_BOTTOM);
     draw_sun_or_moon(r, g.time_of_day);
     for (const HillLayer& layer : HILLS) draw_hills(r, layer, g.camera_x);
     draw_tiles(r, g, cam, range);

@@ -1,0 +1,45 @@
+// When the loop sleeps out the rest of a frame, and for how long.
+#include "app/frame_pacing.h"
+
+#include <gtest/gtest.h>
+
+TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
+    constexpr float SIXTIETH = 1.0f / 60.0f;
+    struct Case {
+        bool unattended, vsync;
+        int hz;
+        float took;
+        std::uint32_t ms;
+    };
+    const Case cases[] = {
+        {true, false, 60, 0.001f, 0},              // frame-limited runs never wait
+        {false, false, 60, 0.004f, 12},            // 12.67 ms left, rounded down
+        {false, false, 0, 0.0036f, 13},            // unknown rate: 60 Hz (61 Hz would leave 12.79)
+        {false, false, -5, 0.0036f, 13},
+        {false, false, 1, 0.0f, 1000},
+        {false, false, 144, 0.001f, 5},            // 5.94 ms left
+        {false, false, 60, 0.02f, 0},              // over budget
+        {false, false, 60, SIXTIETH, 0},
+        {false, true, 60, 0.0166f, 0},             // the present waited for the refresh
+        {false, true, 60, SIXTIETH * 0.5f, 0},     // half a refresh could still be a real wait
+        {false, true, 60, 0.0083f, 8},             // too fast for a real wait
+        {false, true, 60, 0.002f, 14},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(c.ms, pacing_delay_ms(c.unattended, c.vsync, c.hz, c.took))
+            << c.unattended << c.vsync << " " << c.hz << " " << c.took;
+}
+
+// SDL's software renderer says it waits for the display even where it cannot,
+// which is why a claim alone is not trusted. No window, no known rate.
+TEST(FramePacing, TakesTheClaimFromTheRendererAndTheRateFromTheDisplay) {
+    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+    SDL_Window* window = SDL_CreateWindow("TALVEN", 0, 0, 64, 36, SDL_WINDOW_HIDDEN);
+    SDL_Renderer* renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
+    EXPECT_EQ(true, frame_pacer_create(renderer, false).vsync_claimed);
+    EXPECT_EQ(false, frame_pacer_create(nullptr, false).vsync_claimed);
+    EXPECT_EQ(0, display_refresh_hz(nullptr));
+    SDL_DestroyRenderer(renderer);
+    SDL_DestroyWindow(window);
+    SDL_Quit();
+}
