@@ -6,7 +6,7 @@ ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -DCMAKE_BUILD_TYPE=Release
 
-.PHONY: deps build run test test-release test-sanitize bench fuzz clean
+.PHONY: deps build run test test-release test-sanitize soak bench fuzz clean
 
 deps:
 	@scripts/install-deps.sh
@@ -29,6 +29,17 @@ test-sanitize: deps
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
 	  UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
 	  ctest --output-on-failure -j $(JOBS)
+
+# The soak and crash tests at length under ASan+UBSan: ten million random frames
+# and 5,000 saves killed at random moments (make test runs 100,000 and 200).
+SOAK_FRAMES ?= 10000000
+CRASH_KILLS ?= 5000
+
+soak: test-sanitize
+	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
+	  UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
+	  TALVEN_SOAK_FRAMES=$(SOAK_FRAMES) TALVEN_CRASH_KILLS=$(CRASH_KILLS) SDL_VIDEODRIVER=dummy \
+	  ./talven_tests --gtest_filter='Soak.*:Crash.*'
 
 bench: build
 	./$(BUILD)/talven_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
