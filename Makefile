@@ -6,7 +6,7 @@ ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -DCMAKE_BUILD_TYPE=Release
 
-.PHONY: deps build run test test-release test-sanitize soak bench fuzz clean
+.PHONY: deps build build-sanitize run test test-release test-sanitize soak bench fuzz clean
 
 deps:
 	@scripts/install-deps.sh
@@ -23,9 +23,11 @@ test: test-release test-sanitize
 test-release: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 
-test-sanitize: deps
+build-sanitize: deps
 	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DTALVEN_SANITIZE=ON -DTALVEN_BENCH=OFF
 	cmake --build $(ASAN_BUILD) -j $(JOBS) --target talven talven_tests
+
+test-sanitize: build-sanitize
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
 	  UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
 	  ctest --output-on-failure -j $(JOBS)
@@ -35,7 +37,7 @@ test-sanitize: deps
 SOAK_FRAMES ?= 10000000
 CRASH_KILLS ?= 5000
 
-soak: test-sanitize
+soak: build-sanitize
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
 	  UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
 	  TALVEN_SOAK_FRAMES=$(SOAK_FRAMES) TALVEN_CRASH_KILLS=$(CRASH_KILLS) SDL_VIDEODRIVER=dummy \

@@ -37,7 +37,8 @@ SDL_Event random_event(Rng& rng) {
         case 4:
             e.type = SDL_TEXTINPUT;  // any bytes, the buffer full and unterminated at times
             for (char& c : e.text.text) c = static_cast<char>(pick(rng, 1, 255));
-            e.text.text[pick(rng, 0, sizeof e.text.text)] = '\0';
+            if (const int end = pick(rng, 0, sizeof e.text.text); end < static_cast<int>(sizeof e.text.text))
+                e.text.text[end] = '\0';
             break;
         case 5: case 6:
             e.type = SDL_MOUSEBUTTONDOWN;

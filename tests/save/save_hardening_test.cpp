@@ -70,6 +70,7 @@ TEST_F(SaveHardening, OnlyARegularFileAtTheSavePathIsASave) {
     const std::string at = game_default_save_path();
     for (const auto& c : cases) {
         SCOPED_TRACE(static_cast<int>(c.what));
+        fs::remove_all(at);
         plant(c.what, at, elsewhere);
         EXPECT_EQ(c.loads, game_save_exists(at.c_str()));
         auto g = std::make_unique<Game>();
@@ -81,7 +82,6 @@ TEST_F(SaveHardening, OnlyARegularFileAtTheSavePathIsASave) {
         if (c.saves) expect_new_save_at(at);
         EXPECT_EQ(old, read_bytes(elsewhere)) << "a save wrote through a link";
         EXPECT_FALSE(fs::exists(fs::symlink_status(at + ".tmp")));
-        fs::remove_all(at);
     }
 }
 
