@@ -248,15 +248,14 @@ void wait_a_little() {
     ::nanosleep(&pause, nullptr);
 }
 
-enum class Lock { Held, Busy, Failed };
-
-// Locks `fd` for this process alone and empties it, if it is still the file
-// at the temporary name.
-Lock lock_and_empty(int fd, const char* tmp) {
-    if (!is_regular(fd)) return Lock::Failed;
-    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) return errno == EWOULDBLOCK ? Lock::Busy : Lock::Failed;
-    if (!still_named(fd, tmp)) return Lock::Busy;
-    return ::ftruncate(fd, 0) == 0 ? Lock::Held : Lock::Failed;
+// Waits for this process's exclusive lock on `fd`: another copy of the game
+// may hold it mid-save. Counts the waits in `tries`.
+bool wait_for_lock(int fd, int* tries) {
+    while (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK || ++*tries >= LOCK_TRIES) return false;
+        wait_a_little();
+    }
+    return true;
 }
 
 // Opens the temporary file for writing, emptied and locked for this process
@@ -270,11 +269,17 @@ int open_locked_temporary(const char* tmp) {
             if (errno != ELOOP || ::unlink(tmp) != 0) return -1;
             continue;
         }
-        const Lock lock = lock_and_empty(fd, tmp);
-        if (lock == Lock::Held) return fd;
+        if (!is_regular(fd) || !wait_for_lock(fd, &tries)) {
+            ::close(fd);
+            return -1;
+        }
+        // The copy that held the lock may have renamed this file into place: start anew.
+        if (still_named(fd, tmp)) {
+            if (::ftruncate(fd, 0) == 0) return fd;
+            ::close(fd);
+            return -1;
+        }
         ::close(fd);
-        if (lock == Lock::Failed) return -1;
-        wait_a_little();
     }
     return -1;
 }
