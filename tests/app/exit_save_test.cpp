@@ -1,4 +1,5 @@
-// The real program in play, ended by a signal: SIGHUP saves like SIGTERM; under a
+// The real program in play, ended by a signal: SIGHUP saves like SIGTERM (and
+// stays ignored under nohup); under a
 // file-size limit that save fails with the usual message instead of the game being
 // killed; without a per-user folder the game says once where the world goes; a
 // data folder too long for the save path saves nothing anywhere.
@@ -23,21 +24,24 @@ using namespace save_test;
 struct Outcome {
     int exit_code;  // -1 when it did not exit by itself
     std::string err;
+    bool hang_up_ignored;  // when `sig` was sent
 };
 
-// True once process `pid` has a handler for `sig`.
-bool catches(pid_t pid, int sig) {
+// Whether `sig` is in the mask on the "SigCgt:" (caught) or "SigIgn:" line of
+// process `pid`.
+bool in_mask(pid_t pid, const std::string& mask, int sig) {
     std::ifstream status("/proc/" + std::to_string(pid) + "/status");
     for (std::string line; std::getline(status, line);)
-        if (line.rfind("SigCgt:", 0) == 0) return (std::stoull(line.substr(7), nullptr, 16) >> (sig - 1)) & 1u;
+        if (line.rfind(mask, 0) == 0) return (std::stoull(line.substr(mask.size()), nullptr, 16) >> (sig - 1)) & 1u;
     return false;
 }
 
 // Starts "--debug-game" in `cwd` with XDG_DATA_HOME = `data_home` and no HOME, a
-// file-size limit of `fsize` bytes (0: none), sends `sig` once the game handles it.
-Outcome run_until(int sig, const std::string& cwd, const std::string& data_home, rlim_t fsize) {
+// file-size limit of `fsize` bytes (0: none) and SIGHUP ignored under `nohup`;
+// sends `sig` once the game handles it.
+Outcome run_until(int sig, const std::string& cwd, const std::string& data_home, rlim_t fsize, bool nohup) {
     int err[2];
-    if (pipe(err) != 0) return {-1, "pipe"};
+    if (pipe(err) != 0) return {-1, "pipe", false};
     std::fflush(nullptr);
     const pid_t pid = fork();
     if (pid == 0) {
@@ -50,17 +54,20 @@ Outcome run_until(int sig, const std::string& cwd, const std::string& data_home,
         unsetenv("HOME");
         setenv("SDL_VIDEODRIVER", "dummy", 1);
         signal(SIGXFSZ, SIG_DFL);
+        signal(SIGHUP, nohup ? SIG_IGN : SIG_DFL);
         execl(TALVEN_EXE, "talven", "--debug-game", static_cast<char*>(nullptr));
         _exit(98);
     }
     close(err[1]);
-    Outcome r{-1, {}};
+    Outcome r{-1, {}, false};
     int status = 0;
     bool signalled = false;
     for (int waited_ms = 0; waitpid(pid, &status, WNOHANG) == 0; waited_ms += 5) {
-        if (waited_ms > 30000) kill(pid, SIGKILL);
-        if (!signalled && catches(pid, sig)) signalled = kill(pid, sig) == 0;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        if (waited_ms > 30000) kill(pid, SIGKILL);
+        if (signalled || !in_mask(pid, "SigCgt:", sig)) continue;
+        r.hang_up_ignored = in_mask(pid, "SigIgn:", SIGHUP);
+        signalled = kill(pid, sig) == 0;
     }
     if (WIFEXITED(status)) r.exit_code = WEXITSTATUS(status);
     char buf[512];
@@ -82,6 +89,7 @@ TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
     const struct Case {
         const char* what;
         int sig;
+        bool nohup;
         Home home;
         rlim_t fsize;
         bool old_save;
@@ -89,11 +97,11 @@ TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
         bool fallback_line, failure_line, saved;
         int files;  // regular files left in the scratch folder
     } cases[] = {
-        {"SIGTERM", SIGTERM, Home::Scratch, 0, false, 0, false, false, true, 1},
-        {"SIGHUP", SIGHUP, Home::Scratch, 0, false, 0, false, false, true, 1},
-        {"file-size limit", SIGHUP, Home::Scratch, 60 * 1024, true, 1, false, true, false, 1},
-        {"no per-user folder", SIGHUP, Home::AFile, 0, false, 0, true, false, true, 2},
-        {"data folder too long", SIGHUP, Home::TooLong, 0, false, 1, false, true, false, 0},
+        {"SIGTERM under nohup", SIGTERM, true, Home::Scratch, 0, false, 0, false, false, true, 1},
+        {"SIGHUP", SIGHUP, false, Home::Scratch, 0, false, 0, false, false, true, 1},
+        {"file-size limit", SIGHUP, false, Home::Scratch, 60 * 1024, true, 1, false, true, false, 1},
+        {"no per-user folder", SIGHUP, false, Home::AFile, 0, false, 0, true, false, true, 2},
+        {"data folder too long", SIGHUP, false, Home::TooLong, 0, false, 1, false, true, false, 0},
     };
     auto old_world = std::make_unique<Game>();
     game_new(old_world.get(), 3u, "OLD WORLD");
@@ -114,8 +122,9 @@ TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
             old = read_bytes(save);
         }
 
-        const Outcome r = run_until(c.sig, dir.path.string(), home, c.fsize);
+        const Outcome r = run_until(c.sig, dir.path.string(), home, c.fsize, c.nohup);
         EXPECT_EQ(c.exit_code, r.exit_code);
+        EXPECT_EQ(c.nohup, r.hang_up_ignored);
         const std::string fallback = "TALVEN: no per-user data folder, the world is saved in " + save + "\n";
         EXPECT_EQ((c.fallback_line ? fallback : "") + (c.failure_line ? not_saved : ""), r.err);
         auto loaded = std::make_unique<Game>();
