@@ -43,9 +43,9 @@ void install_signal_handlers() {
     sigaction(SIGHUP, &act, nullptr);
 }
 
+// Once asked, the loop ends that frame, so the flag never needs clearing.
 void pass_on_hang_up() {
     if (hang_up == 0) return;
-    hang_up = 0;
     SDL_Event quit{};
     quit.type = SDL_QUIT;
     SDL_PushEvent(&quit);

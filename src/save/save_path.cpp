@@ -22,7 +22,8 @@ SaveFolder build_save_path(char* out, std::size_t size) {
     const SaveFolder where = folder != nullptr ? SaveFolder::PerUser : SaveFolder::Current;
     const int len = std::snprintf(out, size, "%s%s", folder != nullptr ? folder : "", SAVE_FILE_NAME);
     SDL_free(folder);
-    if (len >= 0 && static_cast<std::size_t>(len) < size) return where;
+    // An error (a negative length) turns huge here and counts as too long.
+    if (static_cast<std::size_t>(len) < size) return where;
     out[0] = '\0';
     return SaveFolder::TooLong;
 }

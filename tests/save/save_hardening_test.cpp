@@ -162,8 +162,12 @@ TEST_F(SaveHardening, TheSaveKeepsItsPermissions) {
 }
 
 // A per-user path that does not fit the 1024-byte buffer is not used at all:
-// nothing is saved (not even in the working folder) and nothing loads.
+// nothing is saved (not even in the working folder) and nothing loads. The
+// path, once built, is kept for the whole run.
 TEST_F(SaveHardening, ASavePathThatDoesNotFitIsNeverUsed) {
+    const std::string kept = game_default_save_path();
+    const Bytes someone_elses = {1, 2, 3};
+    ASSERT_TRUE(write_bytes(dir.file(".tmp"), someone_elses));
     const std::size_t folder_and_name = std::strlen("/duskwell/talven/talven_world.tvw");
     for (const std::size_t length : {1023u, 1024u}) {
         const fs::path data = dir.path / std::to_string(length);
@@ -173,7 +177,7 @@ TEST_F(SaveHardening, ASavePathThatDoesNotFitIsNeverUsed) {
         const bool fits = length == 1023u;
         EXPECT_EQ(0, run_in_child([&] {
             setenv("XDG_DATA_HOME", home.c_str(), 1);
-            if (chdir(dir.path.c_str()) != 0) return 9;
+            if (chdir(dir.path.c_str()) != 0 || kept != game_default_save_path()) return 9;
             char out[1024];
             const SaveFolder where = build_save_path(out, sizeof out);
             if (where != (fits ? SaveFolder::PerUser : SaveFolder::TooLong)) return 1;
@@ -181,7 +185,7 @@ TEST_F(SaveHardening, ASavePathThatDoesNotFitIsNeverUsed) {
             auto g = std::make_unique<Game>();
             return game_save(game.get(), out) != fits || game_load(g.get(), out) != fits ? 3 : 0;
         }));
-        EXPECT_FALSE(fs::exists(dir.file(".tmp")));
+        EXPECT_EQ(someone_elses, read_bytes(dir.file(".tmp")));
         EXPECT_FALSE(fs::exists(dir.file("talven_world.tvw")));
     }
 }
