@@ -43,9 +43,11 @@ protected:
     }
     void TearDown() override { alarm(0); }
 
-    // The file at `at` is a regular file holding the day-7 save.
+    // The file at `at` is a regular file holding the day-7 save, its mode the
+    // umask's as for every file here (a FIFO's or a device's is not a save's).
     void expect_new_save_at(const std::string& at) {
         EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(at))) << at;
+        EXPECT_EQ(fs::status(elsewhere).permissions(), fs::status(at).permissions());
         auto loaded = std::make_unique<Game>();
         EXPECT_TRUE(game_load(loaded.get(), at.c_str()));
         EXPECT_EQ(7u, loaded->day);
