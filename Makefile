@@ -7,7 +7,7 @@ ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -DCMAKE_BUILD_TYPE=Release
 
-.PHONY: deps build run test test-release test-sanitize bench fuzz package clean
+.PHONY: deps build build-sanitize run test test-release test-sanitize soak bench fuzz package clean
 
 deps:
 	@scripts/install-deps.sh
@@ -24,12 +24,25 @@ test: test-release test-sanitize
 test-release: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 
-test-sanitize: deps
+build-sanitize: deps
 	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DTALVEN_SANITIZE=ON -DTALVEN_BENCH=OFF
 	cmake --build $(ASAN_BUILD) -j $(JOBS) --target talven talven_tests
+
+test-sanitize: build-sanitize
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
 	  UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
 	  ctest --output-on-failure -j $(JOBS)
+
+# The soak and crash tests at length under ASan+UBSan: ten million random frames
+# and 5,000 saves killed at random moments (make test runs 100,000 and 200).
+SOAK_FRAMES ?= 10000000
+CRASH_KILLS ?= 5000
+
+soak: build-sanitize
+	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
+	  UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
+	  TALVEN_SOAK_FRAMES=$(SOAK_FRAMES) TALVEN_CRASH_KILLS=$(CRASH_KILLS) SDL_VIDEODRIVER=dummy \
+	  ./talven_tests --gtest_filter='Soak.*:Crash.*'
 
 bench: build
 	./$(BUILD)/talven_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true

@@ -1,7 +1,9 @@
 #include "app/main_loop.h"
 
 #include <SDL.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -23,6 +25,41 @@
 namespace {
 
 const char* sdl_env(const char* name) { return SDL_getenv(name); }
+
+// Set when the terminal the game runs in goes away (SIGHUP). The frame loop
+// turns it into the quit request SDL makes of SIGTERM, so the world is saved.
+volatile std::sig_atomic_t hang_up = 0;
+
+void on_hang_up(int) { hang_up = 1; }
+
+// A file-size limit then fails the write (the save reports it) instead of
+// killing the game mid-save. A hang-up that was already ignored (nohup) stays so.
+void install_signal_handlers() {
+    std::signal(SIGXFSZ, SIG_IGN);
+    struct sigaction old {};
+    if (sigaction(SIGHUP, nullptr, &old) != 0 || old.sa_handler == SIG_IGN) return;
+    struct sigaction act {};
+    act.sa_handler = on_hang_up;
+    sigaction(SIGHUP, &act, nullptr);
+}
+
+// Once asked, the loop ends that frame, so the flag never needs clearing.
+void pass_on_hang_up() {
+    if (hang_up == 0) return;
+    SDL_Event quit{};
+    quit.type = SDL_QUIT;
+    SDL_PushEvent(&quit);
+}
+
+// Said once at start, so a player who starts the game from another folder
+// knows where the world went.
+void report_save_fallback() {
+    if (game_save_folder() != SaveFolder::Current) return;
+    char cwd[1024];
+    const bool known = ::getcwd(cwd, sizeof cwd) != nullptr;
+    std::fprintf(stderr, "TALVEN: no per-user data folder, the world is saved in %s%s%s\n", known ? cwd : "",
+                 known ? "/" : "", game_default_save_path());
+}
 
 struct Video {
     SDL_Window* window;
@@ -91,6 +128,7 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
     const FramePacer pacer = frame_pacer_create(video.renderer, opts.fixed_step);
 
     while (game->running) {
+        pass_on_hang_up();
         frame_step(game, video.window, &input, &timer, &canvas);
 
         canvas_begin_frame(&canvas);
@@ -130,6 +168,7 @@ bool save_at_exit(const Game* game, const RunOptions& opts) {
 }  // namespace
 
 int app_main(int argc, char** argv) {
+    install_signal_handlers();
     RunOptions opts{};
     switch (parse_options(argc, argv, sdl_env, &opts)) {
         case OptionsAction::Selftest: return game_selftest();
@@ -140,6 +179,7 @@ int app_main(int argc, char** argv) {
 
     Video video{};
     if (!open_video(opts, &video)) return 1;
+    report_save_fallback();
 
     // One record for the whole run (about 95 KB), allocated once, off the stack.
     const auto owned = std::make_unique<Game>();

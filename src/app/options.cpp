@@ -1,5 +1,7 @@
 #include "app/options.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -10,16 +12,23 @@ namespace {
 
 bool set_and_not_empty(const char* value) { return value != nullptr && value[0] != '\0'; }
 
+// atoi for every value that fits in 32 bits; beyond that, where atoi itself is
+// undefined, the nearest 32-bit limit.
+std::int32_t read_int(const char* text) {
+    const long long v = std::strtoll(text, nullptr, 10);
+    return static_cast<std::int32_t>(std::clamp<long long>(v, INT32_MIN, INT32_MAX));
+}
+
 }  // namespace
 
 OptionsAction parse_options(int argc, const char* const* argv, EnvLookup env, RunOptions* out) {
     *out = RunOptions{};
 
     // Variables first, so that options given on the command line win.
-    if (const char* v = env("TALVEN_MAX_FRAMES"); set_and_not_empty(v)) out->max_frames = std::atoi(v);
+    if (const char* v = env("TALVEN_MAX_FRAMES"); set_and_not_empty(v)) out->max_frames = read_int(v);
     // An empty screenshot path still means screenshot mode (its write then fails).
     if (const char* v = env("TALVEN_SCREENSHOT"); v != nullptr) out->screenshot = v;
-    if (const char* v = env("TALVEN_DEBUG_GAME"); set_and_not_empty(v)) out->debug_game = std::atoi(v) != 0;
+    if (const char* v = env("TALVEN_DEBUG_GAME"); set_and_not_empty(v)) out->debug_game = read_int(v) != 0;
 
     for (int i = 1; i < argc; ++i) {
         const char* arg = argv[i];
@@ -28,7 +37,7 @@ OptionsAction parse_options(int argc, const char* const* argv, EnvLookup env, Ru
         if (std::strcmp(arg, "--help") == 0) return OptionsAction::Help;
         if (std::strcmp(arg, "--version") == 0) return OptionsAction::Version;
         if (std::strcmp(arg, "--max-frames") == 0 && has_value) {
-            out->max_frames = std::atoi(argv[++i]);
+            out->max_frames = read_int(argv[++i]);
         } else if (std::strcmp(arg, "--screenshot") == 0 && has_value) {
             out->screenshot = argv[++i];
         } else if (std::strcmp(arg, "--debug-game") == 0) {

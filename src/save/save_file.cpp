@@ -1,12 +1,16 @@
 #include "save/save_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <bit>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 
 #include "core/geometry.h"
 #include "core/tiles.h"
@@ -25,6 +29,11 @@ constexpr std::size_t SLOT_BYTES = 4;
 // A save path plus ".tmp" must fit whole: a cut name could equal the save path
 // itself and a failed save would then destroy the world it meant to protect.
 constexpr std::size_t TMP_NAME_SIZE = 1028;
+
+// Another running copy may be writing its save: wait this long, a few
+// milliseconds at a time, before giving up with the world kept.
+constexpr int LOCK_TRIES = 100;
+constexpr long LOCK_WAIT_NS = 5'000'000;
 
 static_assert(TILE_BYTES == 81920);
 
@@ -208,6 +217,77 @@ bool slot_valid(const InventorySlot& s) {
 
 bool in_range(float v, float below) { return v >= 0.0f && v < below; }
 
+bool is_regular(int fd) {
+    struct stat st {};
+    return ::fstat(fd, &st) == 0 && S_ISREG(st.st_mode);
+}
+
+// Only a regular file is a save. Opening never waits (a FIFO would block until
+// a writer came) and the type is checked on what was opened, not on the name.
+std::FILE* open_save_for_reading(const char* path) {
+    const int fd = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0) return nullptr;
+    std::FILE* f = is_regular(fd) ? ::fdopen(fd, "rb") : nullptr;
+    if (f == nullptr) ::close(fd);
+    return f;
+}
+
+// True while `fd` is still the file named `name`: another copy may have renamed
+// it into place or removed it while this one waited for the lock.
+bool still_named(int fd, const char* name) {
+    struct stat held {}, named {};
+    return ::fstat(fd, &held) == 0 && ::lstat(name, &named) == 0 && held.st_dev == named.st_dev &&
+           held.st_ino == named.st_ino;
+}
+
+void wait_a_little() {
+    const timespec pause{0, LOCK_WAIT_NS};
+    ::nanosleep(&pause, nullptr);
+}
+
+// Waits for this process's exclusive lock on `fd`: another copy of the game
+// may hold it mid-save. Counts the waits in `tries`.
+bool wait_for_lock(int fd, int* tries) {
+    while (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK || ++*tries >= LOCK_TRIES) return false;
+        wait_a_little();
+    }
+    return true;
+}
+
+// Opens the temporary file for writing, emptied and locked for this process
+// alone, or returns -1. A link at that name is removed, never followed; a stale
+// file from a crash holds no lock and is reused; anything else there (a
+// directory, a FIFO) makes the save fail and is left alone.
+int open_locked_temporary(const char* tmp) {
+    for (int tries = 0; tries < LOCK_TRIES; ++tries) {
+        const int fd = ::open(tmp, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
+        if (fd < 0) {
+            if (errno != ELOOP || ::unlink(tmp) != 0) return -1;
+            continue;
+        }
+        if (!is_regular(fd) || !wait_for_lock(fd, &tries)) {
+            ::close(fd);
+            return -1;
+        }
+        // The copy that held the lock may have renamed this file into place: start anew.
+        if (still_named(fd, tmp)) {
+            if (::ftruncate(fd, 0) == 0) return fd;
+            ::close(fd);
+            return -1;
+        }
+        ::close(fd);
+    }
+    return -1;
+}
+
+// A player who made the save private keeps it private; a first save gets what
+// the umask gives.
+void keep_mode_of(const char* path, int fd) {
+    struct stat old {};
+    if (::stat(path, &old) == 0 && S_ISREG(old.st_mode)) ::fchmod(fd, old.st_mode & 0777);
+}
+
 }  // namespace
 
 std::uint32_t save_checksum(const Game* game) {
@@ -240,27 +320,35 @@ bool valid_loaded_game(const Game* game) {
 }
 
 bool game_save(const Game* game, const char* path) {
-    if (game == nullptr || path == nullptr || !game->world_open) return false;
+    if (game == nullptr || path == nullptr || path[0] == '\0' || !game->world_open) return false;
 
     // A whole "<path>.tmp" always differs from the path, so fitting is the only test.
     char tmp[TMP_NAME_SIZE];
     const int len = std::snprintf(tmp, sizeof tmp, "%s.tmp", path);
     if (len < 0 || static_cast<std::size_t>(len) >= sizeof tmp) return false;
 
-    std::FILE* f = std::fopen(tmp, "wb");
-    if (f == nullptr) return false;
-    const bool written = write_save(f, game) && flush_to_disk(f);
-    const bool closed = std::fclose(f) == 0;
-    if (!written || !closed || std::rename(tmp, path) != 0) {
-        std::remove(tmp);
+    const int fd = open_locked_temporary(tmp);
+    if (fd < 0) return false;
+    std::FILE* f = ::fdopen(fd, "wb");
+    if (f == nullptr) {
+        ::unlink(tmp);
+        ::close(fd);
         return false;
     }
-    sync_folder_of(path);
-    return true;
+    keep_mode_of(path, fd);
+    // The rename happens under the lock: a copy that waited for it then finds
+    // the temporary name gone and starts a file of its own.
+    const bool written = write_save(f, game) && flush_to_disk(f);
+    const bool renamed = written && std::rename(tmp, path) == 0;
+    if (!renamed) ::unlink(tmp);
+    // After fsync the bytes are on the disk; closing cannot lose them.
+    std::fclose(f);
+    if (renamed) sync_folder_of(path);
+    return renamed;
 }
 
 bool game_load(Game* game, const char* path) {
-    std::FILE* f = std::fopen(path, "rb");
+    std::FILE* f = open_save_for_reading(path);
     if (f == nullptr) return false;
 
     // About 95 KB on the stack: the live record is touched only once all is checked.
@@ -287,7 +375,7 @@ bool game_load(Game* game, const char* path) {
 }
 
 bool game_save_exists(const char* path) {
-    std::FILE* f = std::fopen(path, "rb");
+    std::FILE* f = open_save_for_reading(path);
     if (f == nullptr) return false;
     std::fclose(f);
     return true;

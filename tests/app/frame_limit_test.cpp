@@ -1,0 +1,41 @@
+// Frame limits read as atoi reads them wherever the value fits in 32 bits, and
+// saturated at the nearest 32-bit limit beyond, from both sources.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string_view>
+
+#include "app/options.h"
+
+namespace {
+
+const char* g_value;
+
+const char* env_with_value(const char* name) {
+    return std::string_view(name) == "TALVEN_MAX_FRAMES" || std::string_view(name) == "TALVEN_DEBUG_GAME" ? g_value : nullptr;
+}
+
+TEST(FrameLimit, OutOfRangeValuesSaturate) {
+    const struct { const char* text; int limit; } cases[] = {
+        {"2147483647", INT_MAX},           {"2147483648", INT_MAX},
+        {"99999999999999999999", INT_MAX}, {" +4294967296x", INT_MAX},
+        {"-2147483648", INT_MIN},          {"-2147483649", INT_MIN},
+        {"-99999999999999999999", INT_MIN}, {"\t-12abc", -12},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        g_value = c.text;
+        const char* by_option[] = {"talven", "--max-frames", c.text};
+        const char* none[] = {"talven"};
+        RunOptions from_env{}, from_option{};
+        parse_options(1, none, env_with_value, &from_env);
+        g_value = nullptr;
+        parse_options(3, by_option, env_with_value, &from_option);
+        EXPECT_EQ(c.limit, from_env.max_frames);
+        EXPECT_EQ(c.limit, from_option.max_frames);
+        EXPECT_TRUE(from_env.debug_game);  // never cut to 0 on the way
+        EXPECT_EQ(c.limit > 0, from_option.fixed_step);
+    }
+}
+
+}  // namespace
