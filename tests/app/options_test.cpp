@@ -75,7 +75,3 @@ TEST(Options, ParsesEnvironmentThenArguments) {
         EXPECT_EQ(got.fixed_step, c.fixed_step) << where;
     }
 }
-
-TEST(Options, UsageText) {
-    EXPECT_STREQ(USAGE_TEXT, "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game");
-}

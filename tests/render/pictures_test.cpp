@@ -1,9 +1,11 @@
 // Whole frames as a player sees them, each pinned by the digest of its 640 x 360
 // picture. A changed digest means a changed picture: look at the written file.
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 
 #include "core/tiles.h"
+#include "render/screenshot.h"
 #include "render/render_support.h"
 
 namespace {
@@ -112,6 +114,14 @@ TEST(Pictures, EveryScreenAsAPlayerSeesIt) {
         render_frame(canvas.renderer, *g, {0, 0, 0, 0, 0, 0, 0, 0, pic.pointer_x, pic.pointer_y}, pic.save_exists);
         expect_picture(pic.digest, canvas.picture(), pic.name);
     }
+}
+
+// Only the exact view size is written, so any two screenshots compare pixel for pixel.
+TEST(Pictures, ScreenshotsRefuseAnyOtherSize) {
+    const std::string file = std::string(std::getenv("XDG_DATA_HOME")) + "/big.bmp";
+    EXPECT_EQ(render_screenshot(Canvas(1280, 720).renderer, file.c_str()), 0);
+    EXPECT_STREQ(SDL_GetError(), "screenshot output must be exactly 640x360 (got 1280x720)");
+    EXPECT_EQ(std::fopen(file.c_str(), "rb"), nullptr);
 }
 
 }  // namespace
