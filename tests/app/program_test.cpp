@@ -60,6 +60,13 @@ TEST(Program, HelpAndStartFailure) {
     EXPECT_EQ(failed.err.substr(0, 10), "SDL_Init: ");
 }
 
+// The program's own self-test passes and removes its scratch save.
+TEST(Program, SelftestPassesAndCleansUp) {
+    const Outcome r = run_talven("--selftest");
+    EXPECT_EQ(std::tie(r.exit_code, r.out, r.err), std::tuple(0, "TALVEN selftest: 29 checks, 0 failed\n", ""));
+    EXPECT_FALSE(fs::exists(home() / "talven_selftest.tvw"));
+}
+
 // 90 frames of the debug world in fixed steps: the player has fallen to the
 // ground under the new-world notice. A frame limit stops after exactly that many
 // frames (the dummy video driver keeps each one as a file) and never saves.

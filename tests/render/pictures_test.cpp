@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "core/tiles.h"
 #include "render/screenshot.h"
@@ -12,11 +13,12 @@ namespace {
 
 constexpr std::uint32_t SEED = 5010501u;
 
-// The world generated for SEED with the player standing on the ground beside
-// the spawn column; (c, r) is that ground tile.
+// The world generated for SEED; (c, r) is the ground tile beside the spawn
+// column, `ground` the top of that row in world pixels.
 struct Scene {
     Game& g;
     int c, r;
+    float ground;
 };
 
 void title_load_failed(Scene s) {
@@ -25,35 +27,23 @@ void title_load_failed(Scene s) {
     std::strcpy(s.g.notice, "NO WORLD FOUND");
     s.g.notice_timer = 2.0f;
 }
-void title_after_save(Scene s) {
-    s.g.screen = SCREEN_TITLE;
-    s.g.notice_timer = 0.0f;
-}
-void create_form(Scene s) {
-    s.g.screen = SCREEN_CREATE;
-    s.g.form_focus = 1;
-    std::strcpy(s.g.name, "GLIMWICK WORLD");
-}
+void title_after_save(Scene s) { s.g.screen = SCREEN_TITLE, s.g.notice_timer = 0.0f; }
+void create_form(Scene s) { s.g.screen = SCREEN_CREATE, s.g.form_focus = 1, std::strcpy(s.g.name, "GLIMWICK WORLD"); }
 
 // Walking right past a small creature squashed on the ground and a large one in
-// the air, beside drops of wood and brick (their lines at (2 * 8) / 3), while
-// cracks spread over the tile under the pointer; 7 of 10 health left.
+// the air, beside drops of wood, brick (their lines at (2 * 8) / 3) and ore,
+// while cracks spread over the tile under the pointer; 7 of 10 health left.
 void play_by_day(Scene s) {
     Game& g = s.g;
+    Player& p = g.player;
     g.time_of_day = 0.55f;  // the last instant of the sun
     g.tick = 19;
-    Player& p = g.player;
-    p.y = static_cast<float>(s.r * 16 - 26);
-    p.on_ground = 1;
-    p.vx = 50.0f;
-    p.hp = 7;
-    p.selected = 3;
+    p.y = s.ground - 26.0f, p.on_ground = 1, p.vx = 50.0f, p.hp = 7, p.selected = 3;
     p.mine_progress = tile_hardness(tile_at(g, s.c + 2, s.r)) * 0.7f;
-    g.creatures[0] = {p.x - 120.0f, static_cast<float>(s.r * 16 - 14), 0, 0, 5, 0, -1, 0, 0, 1, 1};
+    g.creatures[0] = {p.x - 120.0f, s.ground - 14.0f, 0, 0, 5, 0, -1, 0, 0, 1, 1};
     g.creatures[1] = {p.x + 150.0f, p.y - 40.0f, 0, 0, 9, 1, 1, 0, 0, 1, 0};
-    g.drops[0] = {p.x - 40.0f, static_cast<float>(s.r * 16 - 8), 0, 0, TILE_WOOD, 1, 60, 1};
-    g.drops[1] = {p.x - 60.0f, static_cast<float>(s.r * 16 - 8), 0, 0, TILE_STONE_BRICK, 1, 60, 1};
-    g.drops[2] = {p.x + 60.0f, static_cast<float>(s.r * 16 - 8), 0, 0, TILE_IRON_ORE, 1, 60, 1};
+    const std::pair<float, std::uint8_t> drops[] = {{-40.0f, TILE_WOOD}, {-60.0f, TILE_STONE_BRICK}, {60.0f, TILE_IRON_ORE}};
+    for (int i = 0; i < 3; ++i) g.drops[i] = {p.x + drops[i].first, s.ground - 8.0f, 0, 0, drops[i].second, 1, 60, 1};
 }
 
 // Deep night: a torch on the wall of a pocket dug under the surface, cracks
@@ -62,30 +52,22 @@ void play_by_day(Scene s) {
 void play_by_night(Scene s) {
     Game& g = s.g;
     g.time_of_day = 0.93f;  // the sun is back from here, under full darkness
-    g.notice_timer = 0.0f;
-    g.player.hurt_timer = 0.5f;
-    g.player.mine_progress = 1.0f;
+    g.notice_timer = 0.0f, g.player.hurt_timer = 0.5f, g.player.mine_progress = 1.0f;
     for (int c = s.c + 1; c <= s.c + 6; ++c)
         for (int r = s.r + 3; r <= s.r + 4; ++r) tile_at(g, c, r) = TILE_EMPTY;
     tile_at(g, s.c + 6, s.r + 3) = TILE_TORCH;
     g.creatures[0] = {g.player.x - 90.0f, g.player.y, 0, 0, 9, 1, -1, 0, 0, 1, 0};
 }
 
+// Every block in the second and third rows of the pack, every tool in the fourth.
 void inventory(Scene s) {
     Game& g = s.g;
-    g.screen = SCREEN_INVENTORY;
-    g.time_of_day = 0.3f;
-    g.craft_cursor = 4;
-    g.player.selected = 13;
-    for (std::uint16_t i = 0; i < 16; ++i) g.player.inventory[10 + i] = {static_cast<std::uint16_t>(i + 1), static_cast<std::uint16_t>(i * 66 + 1)};
+    g.screen = SCREEN_INVENTORY, g.time_of_day = 0.3f, g.craft_cursor = 4, g.player.selected = 13;
+    for (std::uint16_t i = 1; i <= 16; ++i) g.player.inventory[9 + i] = {i, static_cast<std::uint16_t>(i * 66 - 65)};
     for (std::uint16_t i = 0; i < 4; ++i) g.player.inventory[30 + i] = {static_cast<std::uint16_t>(ITEM_WORN_PICK + i), 1};
 }
 
-void pause_menu(Scene s) {
-    s.g.screen = SCREEN_PAUSE;
-    s.g.menu_cursor = 1;
-    s.g.time_of_day = 0.56f;  // the moon just risen
-}
+void pause_menu(Scene s) { s.g.screen = SCREEN_PAUSE, s.g.menu_cursor = 1, s.g.time_of_day = 0.56f; }  // moonrise
 
 struct Picture {
     const char* name;
@@ -109,7 +91,7 @@ TEST(Pictures, EveryScreenAsAPlayerSeesIt) {
     const auto g = std::make_unique<Game>();
     for (const Picture& pic : PICTURES) {
         game_new(g.get(), SEED, "QA WORLD");
-        pic.set_up({*g, g->spawn_x, g->spawn_y + 3});
+        pic.set_up({*g, g->spawn_x, g->spawn_y + 3, static_cast<float>((g->spawn_y + 3) * 16)});
         Canvas canvas;
         render_frame(canvas.renderer, *g, {0, 0, 0, 0, 0, 0, 0, 0, pic.pointer_x, pic.pointer_y}, pic.save_exists);
         expect_picture(pic.digest, canvas.picture(), pic.name);
