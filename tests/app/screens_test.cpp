@@ -10,6 +10,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "save/save_path.h"
@@ -52,9 +53,7 @@ protected:
 TEST_F(Screens, TitleIgnoresHeldKeysWhilePauseRepeatsThem) {
     keys({SDLK_UP, SDLK_F11});
     keys({SDLK_DOWN, SDLK_s, SDLK_RETURN, SDLK_SPACE, SDLK_F11}, true);
-    EXPECT_EQ(g->menu_cursor, 2u);
-    EXPECT_EQ(g->running, 1);
-    EXPECT_EQ(fullscreen(), static_cast<Uint32>(SDL_WINDOW_FULLSCREEN_DESKTOP));
+    EXPECT_EQ(std::tuple(g->menu_cursor, +g->running, fullscreen()), std::tuple(2u, 1, Uint32{SDL_WINDOW_FULLSCREEN_DESKTOP}));
     keys({SDLK_F11});
     EXPECT_EQ(fullscreen(), 0u);
 
@@ -67,11 +66,9 @@ TEST_F(Screens, TitleIgnoresHeldKeysWhilePauseRepeatsThem) {
     EXPECT_EQ(g->menu_cursor, 2u);
     in = {};
     keys({SDLK_SPACE});
-    EXPECT_EQ(g->running, 1);
-    EXPECT_EQ(in.jump_pressed, 1);
+    EXPECT_EQ(std::pair(+g->running, +in.jump_pressed), std::pair(1, 1));
     keys({SDLK_RETURN});
-    EXPECT_EQ(g->running, 0);
-    EXPECT_EQ(g->world_open, 1);  // left for the save at exit
+    EXPECT_EQ(std::pair(+g->running, +g->world_open), std::pair(0, 1));  // saved at exit
 }
 
 // One key script through every screen change; SDLK_UNKNOWN, like any unlisted key,
@@ -79,8 +76,7 @@ TEST_F(Screens, TitleIgnoresHeldKeysWhilePauseRepeatsThem) {
 // name rows ignore Return; reopening the pause menu starts again on RESUME.
 TEST_F(Screens, WalksEveryTransition) {
     keys({SDLK_DOWN, SDLK_RETURN});  // LOAD WORLD with nothing to load
-    EXPECT_STREQ(g->notice, "NO WORLD FOUND");
-    EXPECT_EQ(g->notice_timer, 2.0f);
+    EXPECT_EQ(std::pair(std::string_view(g->notice), g->notice_timer), std::pair(std::string_view("NO WORLD FOUND"), 2.0f));
     const struct { SDL_Keycode k[3]; std::uint32_t screen; } script[] = {
         {{SDLK_UP, SDLK_RETURN}, SCREEN_CREATE},    {{SDLK_TAB, SDLK_RIGHT, SDLK_ESCAPE}, SCREEN_TITLE},
         {{SDLK_SPACE}, SCREEN_CREATE},              {{SDLK_UP, SDLK_RETURN}, SCREEN_TITLE},  // BACK
@@ -102,8 +98,7 @@ TEST_F(Screens, WalksEveryTransition) {
     std::filesystem::remove(save);
     std::filesystem::create_directories(save / "blocker");  // saving now fails
     keys({SDLK_ESCAPE, SDLK_DOWN, SDLK_RETURN});
-    EXPECT_EQ(g->screen, SCREEN_PAUSE);
-    EXPECT_STREQ(g->notice, "SAVE FAILED - WORLD STILL OPEN");
+    EXPECT_EQ(std::pair(g->screen, std::string_view(g->notice)), std::pair(SCREEN_PAUSE, std::string_view("SAVE FAILED - WORLD STILL OPEN")));
     std::filesystem::remove_all(save);
     send({.type = SDL_QUIT});
     EXPECT_EQ(g->running, 0);
@@ -122,8 +117,7 @@ TEST_F(Screens, FormEditsNameBytesAndSeed) {
     keys({SDLK_BACKSPACE, SDLK_BACKSPACE, SDLK_BACKSPACE}, true);
     type("ws");
     keys({SDLK_w, SDLK_s, SDLK_LEFT});
-    EXPECT_STREQ(g->name, "ws");
-    EXPECT_EQ(g->seed, 5010501u);
+    EXPECT_EQ(std::pair(g->seed, std::string_view(g->name)), std::pair(5010501u, std::string_view("ws")));
 
     g->seed = 0;
     keys({SDLK_TAB, SDLK_LEFT, SDLK_BACKSPACE});
