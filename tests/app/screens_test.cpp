@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -128,7 +129,8 @@ TEST_F(Screens, FormEditsNameBytesAndSeed) {
 }
 
 // Only a step up goes back a slot; a step down or sideways goes on; only in play.
-TEST_F(Screens, TheWheelStepsThroughTheHotbar) {
+// Digits pick slots in the keys' order on the row, held ones too.
+TEST_F(Screens, TheWheelAndDigitsPickHotbarSlots) {
     game_new(g.get(), 77, "PLAY");
     const int turns[][4] = {{SCREEN_PLAYING, 0, 1, 9}, {SCREEN_PLAYING, 0, -1, 0}, {SCREEN_PLAYING, 1, 0, 1},
                             {SCREEN_PLAYING, 0, 3, 0}, {SCREEN_INVENTORY, 0, 1, 0}};  // screen, x, y, slot after
@@ -136,6 +138,26 @@ TEST_F(Screens, TheWheelStepsThroughTheHotbar) {
         g->screen = static_cast<std::uint32_t>(screen);
         send({.wheel = {SDL_MOUSEWHEEL, 0, 0, 0, x, y, SDL_MOUSEWHEEL_NORMAL, 0.0f, 0.0f, 0, 0}});
         EXPECT_EQ(g->player.selected, static_cast<std::uint32_t>(slot)) << x << "," << y;
+    }
+    keys({SDLK_9});
+    EXPECT_EQ(g->player.selected, 8u);
+    keys({SDLK_0}, true);
+    EXPECT_EQ(g->player.selected, 9u);
+}
+
+// SDL has no call that holds a key down, so its key state array is written directly.
+TEST_F(Screens, HeldKeysMove) {
+    auto* held = const_cast<Uint8*>(SDL_GetKeyboardState(nullptr));
+    const std::pair<SDL_Scancode, const char*> moves[] = {
+        {SDL_SCANCODE_A, "left"},     {SDL_SCANCODE_LEFT, "left"}, {SDL_SCANCODE_D, "right"}, {SDL_SCANCODE_RIGHT, "right"},
+        {SDL_SCANCODE_SPACE, "jump"}, {SDL_SCANCODE_W, "jump"},    {SDL_SCANCODE_UP, "jump"}, {SDL_SCANCODE_S, "down"},
+        {SDL_SCANCODE_DOWN, "down"}};
+    for (const auto& [key, move] : moves) {
+        held[key] = 1;
+        screens_sample_input(g.get(), window, &in);
+        held[key] = 0;
+        EXPECT_EQ(std::string(in.left ? "left" : "") + (in.right ? "right" : "") + (in.jump_held ? "jump" : "") +
+                      (in.down ? "down" : ""), move) << SDL_GetScancodeName(key);
     }
 }
 

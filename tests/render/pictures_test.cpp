@@ -22,10 +22,7 @@ struct Scene {
 };
 
 void title_load_failed(Scene s) {
-    s.g.screen = SCREEN_TITLE;
-    s.g.menu_cursor = 1;
-    std::strcpy(s.g.notice, "NO WORLD FOUND");
-    s.g.notice_timer = 2.0f;
+    s.g.screen = SCREEN_TITLE, s.g.menu_cursor = 1, s.g.notice_timer = 2.0f, std::strcpy(s.g.notice, "NO WORLD FOUND");
 }
 void title_after_save(Scene s) { s.g.screen = SCREEN_TITLE, s.g.notice_timer = 0.0f; }
 void create_form(Scene s) { s.g.screen = SCREEN_CREATE, s.g.form_focus = 1, std::strcpy(s.g.name, "GLIMWICK WORLD"); }
@@ -59,12 +56,14 @@ void play_by_night(Scene s) {
     g.creatures[0] = {g.player.x - 90.0f, g.player.y, 0, 0, 9, 1, -1, 0, 0, 1, 0};
 }
 
-// Every block in the second and third rows of the pack, every tool in the fourth.
+// Every block in the second and third rows of the pack, every tool in the fourth,
+// then an id the game does not know: a plain grey block.
 void inventory(Scene s) {
     Game& g = s.g;
     g.screen = SCREEN_INVENTORY, g.time_of_day = 0.3f, g.craft_cursor = 4, g.player.selected = 13;
     for (std::uint16_t i = 1; i <= 16; ++i) g.player.inventory[9 + i] = {i, static_cast<std::uint16_t>(i * 66 - 65)};
     for (std::uint16_t i = 0; i < 4; ++i) g.player.inventory[30 + i] = {static_cast<std::uint16_t>(ITEM_WORN_PICK + i), 1};
+    g.player.inventory[34] = {TILE_MAX + 1, 1};
 }
 
 void pause_menu(Scene s) { s.g.screen = SCREEN_PAUSE, s.g.menu_cursor = 1, s.g.time_of_day = 0.56f; }  // moonrise
@@ -83,7 +82,7 @@ const Picture PICTURES[] = {
     {"create-form", create_form, false, -100, -100, 0x94A2EB04},
     {"play-by-day", play_by_day, false, 355, 232, 0x079338FF},
     {"play-by-night", play_by_night, false, 434, 296, 0x019093AB},
-    {"inventory", inventory, false, 100, 100, 0x9D6CBD0D},
+    {"inventory", inventory, false, 100, 100, 0xD655A0F5},
     {"pause-menu", pause_menu, false, 320, 180, 0xF565CA97},
 };
 
