@@ -51,10 +51,6 @@ struct Canvas {
         SDL_DestroyRenderer(renderer);
         SDL_FreeSurface(surface);
     }
-    SDL_Surface* picture() {
-        SDL_RenderFlush(renderer);
-        return surface;
-    }
 };
 
 // The one place a drawing learns whether there is a save to load: today the
