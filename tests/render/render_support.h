@@ -1,23 +1,43 @@
 // Test support for drawing: an exact 640 x 360 software canvas whose pixels are
-// read back, and a game record on a given screen in full daylight.
+// read back, a digest of a whole picture, and the picture kept as a file when
+// its digest is not the one expected.
 #pragma once
 
 #include <SDL.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <initializer_list>
-#include <memory>
+#include <cstdio>
+#include <filesystem>
+#include <string>
 
 #include "core/game.h"
 #include "render/view.h"
-#include "save/save_file.h"
-#include "save/save_path.h"
 
-// Pixels are compared as 0xRRGGBB.
-constexpr std::uint32_t rgb(std::uint32_t r, std::uint32_t g, std::uint32_t b) { return r << 16 | g << 8 | b; }
+// FNV-1a 32 over each pixel's red, green and blue bytes, rows from the top.
+inline std::uint32_t picture_digest(SDL_Surface* picture) {
+    SDL_Surface* s = SDL_ConvertSurfaceFormat(picture, SDL_PIXELFORMAT_ARGB8888, 0);
+    std::uint32_t h = 0x811C9DC5u;
+    for (int y = 0; y < s->h; ++y)
+        for (int x = 0; x < s->w; ++x) {
+            const std::uint32_t px = static_cast<const std::uint32_t*>(s->pixels)[y * (s->pitch / 4) + x];
+            for (const int shift : {16, 8, 0}) h = (h ^ ((px >> shift) & 0xFFu)) * 0x01000193u;
+        }
+    SDL_FreeSurface(s);
+    return h;
+}
 
-struct Px { int x, y; std::uint32_t rgb; };
+// Compares a picture's digest; a different picture is written to `name`.bmp in
+// the working folder (the build folder under ctest) and named in the failure.
+inline void expect_picture(std::uint32_t want, SDL_Surface* picture, const std::string& name) {
+    const std::uint32_t got = picture_digest(picture);
+    if (got == want) return;
+    const std::string file = std::filesystem::absolute(name + ".bmp").string();
+    SDL_SaveBMP(picture, file.c_str());
+    char hex[32];
+    std::snprintf(hex, sizeof hex, "0x%08X, got 0x%08X", want, got);
+    ADD_FAILURE() << name << ": digest expected " << hex << "; the picture is " << file;
+}
 
 struct Canvas {
     SDL_Surface* surface;
@@ -31,35 +51,15 @@ struct Canvas {
     // A whole frame of `g`, the pointer off the view.
     explicit Canvas(const Game& g) : Canvas() {
         const FrameInput in{0, 0, 0, 0, 0, 0, 0, 0, -100, -100};
-        render_game(renderer, &g, &in, game_save_exists(game_default_save_path()));
+        render_game(renderer, &g, &in, false);
     }
     ~Canvas() {
         SDL_DestroyRenderer(renderer);
         SDL_FreeSurface(surface);
     }
-
-    std::uint32_t at(int x, int y) {
-        SDL_RenderFlush(renderer);
-        const auto* row = static_cast<const std::uint8_t*>(surface->pixels) + y * surface->pitch;
-        return reinterpret_cast<const std::uint32_t*>(row)[x] & 0xFFFFFFu;
-    }
-    int count(int x, int y, int w, int h, std::uint32_t colour) {
-        int n = 0;
-        for (int j = y; j < y + h; ++j)
-            for (int i = x; i < x + w; ++i) n += at(i, j) == colour ? 1 : 0;
-        return n;
-    }
-    void expect(std::initializer_list<Px> want) {
-        for (const Px& p : want) EXPECT_EQ(at(p.x, p.y), p.rgb) << "at (" << p.x << ", " << p.y << ")";
-    }
 };
 
-// An empty world at t = 0.47 (full light, no darkness), the player out of sight.
-inline std::unique_ptr<Game> game_on(std::uint32_t screen, std::uint32_t cursor = 0) {
-    auto g = std::make_unique<Game>();  // about 95 KB, so on the heap
-    g->screen = screen;
-    g->menu_cursor = cursor;
-    g->time_of_day = 0.47f;
-    g->player.x = 5000.0f;
-    return g;
+// A whole frame as the main loop draws it; the title is told whether a save exists.
+inline void render_frame(SDL_Renderer* r, const Game& g, const FrameInput& in, bool save_exists) {
+    render_game(r, &g, &in, save_exists);
 }
