@@ -88,8 +88,8 @@ std::string summary(const Game& g) {
     for (const Creature& c : g.creatures) creatures += c.alive;
     for (const Drop& d : g.drops) drops += d.active;
     char s[200];
-    std::snprintf(s, sizeof s, "tick %llu day %u time %.4f player (%.2f, %.2f) hp %d, %d creatures, %d drops",
-                  static_cast<unsigned long long>(g.tick), g.day, static_cast<double>(g.time_of_day),
+    std::snprintf(s, sizeof s, "digest 0x%08X tick %llu day %u time %.4f player (%.2f, %.2f) hp %d, %d creatures, %d drops",
+                  game_digest(&g), static_cast<unsigned long long>(g.tick), g.day, static_cast<double>(g.time_of_day),
                   static_cast<double>(g.player.x), static_cast<double>(g.player.y), g.player.hp, creatures, drops);
     return s;
 }
@@ -141,12 +141,16 @@ TEST(DeterministicPlay, ScriptedDayAndNightMatchFrozenDigestsAndReplayFromEveryC
     std::unique_ptr<Game> at[CHECKPOINTS + 1];
     Tally done, again;
     auto game = start();
+    bool differs = false;  // only the first checkpoint that differs is worth reading
     for (int k = 0; k <= CHECKPOINTS; ++k) {
         if (k > 0) play(*game, (k - 1) * CHECKPOINT, k * CHECKPOINT, done);
         at[k] = fixtures::copy_of(*game);
-        ASSERT_EQ(frozen[k], game_digest(game.get())) << "checkpoint " << k << " is the first to differ: " << summary(*game);
+        if (differs || frozen[k] == game_digest(game.get())) continue;
+        differs = true;
+        ADD_FAILURE() << "checkpoint " << k << " is the first to differ from 0x" << std::hex << frozen[k] << ": "
+                      << summary(*game);
     }
-    // The story the digests stand for.
+    // The story the digests stand for; it still runs when a digest differs, to say what changed.
     EXPECT_EQ(1u, inventory_count(&at[1]->player, ITEM_IRON_PICK));
     EXPECT_GE(done.mined, 40);
     EXPECT_GE(done.placed, 40);
