@@ -139,13 +139,15 @@ TEST(DeterministicPlay, ScriptedDayAndNightMatchFrozenDigestsAndReplayFromEveryC
     game_new(fresh.get(), 0x7A1E5u, "FIXTURE");
     EXPECT_EQ(0xC9C9A2C5u, game_digest(fresh.get())) << summary(*fresh);
     std::unique_ptr<Game> at[CHECKPOINTS + 1];
+    std::uint32_t seen[CHECKPOINTS + 1];
     Tally done, again;
     auto game = start();
     bool differs = false;  // only the first checkpoint that differs is worth reading
     for (int k = 0; k <= CHECKPOINTS; ++k) {
         if (k > 0) play(*game, (k - 1) * CHECKPOINT, k * CHECKPOINT, done);
         at[k] = fixtures::copy_of(*game);
-        if (differs || frozen[k] == game_digest(game.get())) continue;
+        seen[k] = game_digest(game.get());
+        if (differs || frozen[k] == seen[k]) continue;
         differs = true;
         ADD_FAILURE() << "checkpoint " << k << " is the first to differ from 0x" << std::hex << frozen[k] << ": "
                       << summary(*game);
@@ -161,6 +163,6 @@ TEST(DeterministicPlay, ScriptedDayAndNightMatchFrozenDigestsAndReplayFromEveryC
     // Anything the step keeps outside the record would make a restart go astray.
     for (int k = 0; k < CHECKPOINTS; ++k) {
         play(*at[k], k * CHECKPOINT, (k + 1) * CHECKPOINT, again);
-        EXPECT_EQ(frozen[k + 1], game_digest(at[k].get())) << "replayed from checkpoint " << k << ": " << summary(*at[k]);
+        EXPECT_EQ(seen[k + 1], game_digest(at[k].get())) << "replayed from checkpoint " << k << ": " << summary(*at[k]);
     }
 }
