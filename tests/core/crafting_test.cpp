@@ -31,18 +31,22 @@ TEST_F(Crafting, BasicRecipesWorkAnywhereAndIndexesPastTheTableChangeNothing) {
     for (std::uint32_t past : {6u, 0xFFFFFFFFu}) expect_refused(past, "CRAFTED");
 }
 
-// Measured from the tile under the body's centre, here exactly the corner of tile (130, 100).
+// Measured from the tile under the body's centre: here on the corner of tile (130, 100),
+// then a hair above and left of it, in tile (129, 99).
 TEST_F(Crafting, IronToolsNeedAWorkbenchWithinFourTilesAndBothMaterialsBeforeAnyIsTaken) {
-    fixtures::put_player(g, 2074.0f, 1587.0f);
     expect_refused(4, "PLACE A WORKBENCH NEARBY");  // asked for before the materials
-    for (const auto& [item, n] : {std::pair{TILE_IRON_ORE, 16}, {TILE_WOOD, 8}}) give(item, n);
-    const int benches[][3] = {{135, 100, 0}, {130, 95, 0}, {125, 105, 0}, {134, 104, 1}, {126, 96, 1}};
-    for (const auto& b : benches) {
-        tile_at(g, b[0], b[1]) = TILE_WORKBENCH;
-        EXPECT_EQ(b[2] == 1, craft_recipe(&g, 4)) << b[0] << ", " << b[1];
-        tile_at(g, b[0], b[1]) = TILE_EMPTY;
+    for (const auto& [item, n] : {std::pair{TILE_IRON_ORE, 32}, {TILE_WOOD, 16}}) give(item, n);
+    const int benches[][3] = {{5, 0, 0}, {0, -5, 0}, {-5, 5, 0}, {4, 4, 1}, {-4, -4, 1}};  // from the centre tile
+    for (int hair = 0; hair < 2; ++hair) {
+        fixtures::put_player(g, 2074.0f - 0.25f * static_cast<float>(hair), 1587.0f - 0.25f * static_cast<float>(hair));
+        for (const auto& b : benches) {
+            std::uint8_t& tile = tile_at(g, 130 - hair + b[0], 100 - hair + b[1]);
+            tile = TILE_WORKBENCH;
+            EXPECT_EQ(b[2] == 1, craft_recipe(&g, 4)) << b[0] << ", " << b[1] << " from " << 130 - hair;
+            tile = TILE_EMPTY;
+        }
     }
-    EXPECT_EQ(" 2:102x2", slots(g.player));
+    EXPECT_EQ(" 2:102x4", slots(g.player));
     tile_at(g, 130, 96) = TILE_WORKBENCH;
     give(TILE_IRON_ORE, 8);
     expect_refused(4, "MISSING MATERIALS");  // IRON is there, WOOD is not

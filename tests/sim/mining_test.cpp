@@ -86,3 +86,9 @@ TEST_F(Drops, TheSixtyFifthGoesStraightIntoTheInventoryAndAFullOneLeavesDropsLyi
     EXPECT_EQ(TILE_SAND, g.player.inventory[39].item);
     EXPECT_EQ(0, std::memcmp(table->drops, g.drops, sizeof g.drops));
 }
+
+TEST_F(Drops, FallNoFasterThan260PixelsASecond) {
+    spawn_drop(&g, TILE_DIRT, 1650.0f, 1290.0f);
+    for (int i = 0; i < 45; ++i) drops_step(&g, fixtures::STEP);
+    EXPECT_EQ(260.0f, g.drops[0].vy);
+}
