@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/game_digest.h"
 #include "sim/mining.h"
 #include "sim/placing.h"
 #include "sim/sim_fixtures.h"
@@ -9,9 +10,9 @@ namespace {
 struct Placing : fixtures::Room {
     // Places at (tx, ty) and reports whether anything changed.
     bool place(int tx, int ty) {
-        const auto before = fixtures::copy_of(g);
+        const std::uint32_t before = game_digest(&g);
         game_place(&g, tx, ty);
-        return !fixtures::same(*before, g);
+        return before != game_digest(&g);
     }
 };
 
@@ -65,21 +66,14 @@ TEST_F(Placing, OnlyInsideTheOuterRing) {
     }
 }
 
-// The strike comes before mining, and its cooldown lets the sword mine.
+// A strike that does not kill leaves a creature stuck in the block built over it.
 TEST_F(Placing, ACreatureDoesNotBlockABlockAndStaysStuckInItAfterASwordStrike) {
     const Creature& c = fixtures::creature_at(g, 0, 133.0f * 16.0f + 1.0f, 100.0f * 16.0f + 1.0f);
     fixtures::hold(g, TILE_DIRT, 5);
     EXPECT_TRUE(place(133, 100));
     fixtures::hold(g, ITEM_SHORT_SWORD);
     game_attack_or_mine(&g, 133, 100, fixtures::STEP);
-    ASSERT_EQ(c.hp, 1);
-    EXPECT_EQ(145.0f, c.vx);  // away from the player
-    EXPECT_EQ(-95.0f, c.vy);
-    EXPECT_EQ(0.18f, c.flash);
-    EXPECT_EQ(0.28f, g.player.attack_cooldown);
-    game_attack_or_mine(&g, 133, 100, fixtures::STEP);
-    EXPECT_EQ(1, c.hp);
-    EXPECT_EQ(fixtures::STEP * 0.35f, g.player.mine_progress);
+    ASSERT_EQ(1, c.hp);
     for (int i = 0; i < 10; ++i) step();
     EXPECT_EQ(133.0f * 16.0f + 1.0f, c.x);
     EXPECT_EQ(100.0f * 16.0f + 1.0f, c.y);

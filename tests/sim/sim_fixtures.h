@@ -36,17 +36,11 @@ inline std::unique_ptr<Game> new_world(std::uint32_t seed = 1234u) {
     return game;
 }
 
-// Byte copies, so that records can be compared byte for byte.
+// A byte copy, padding and all.
 inline std::unique_ptr<Game> copy_of(const Game& g) {
     auto c = std::make_unique<Game>();
     std::memcpy(c.get(), &g, sizeof g);
     return c;
-}
-inline bool same(const Game& a, const Game& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
-
-// NaN fails every comparison, so a position that is not finite is never inside.
-inline bool inside_world(float x, float y, float w, float h) {
-    return x >= 0.0f && x + w <= 8192.01f && y >= 0.0f && y + h <= 2560.01f;
 }
 
 inline void fill_tiles(Game& g, int c0, int r0, int c1, int r1, std::uint8_t tile) {
