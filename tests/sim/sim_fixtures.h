@@ -7,23 +7,10 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <ostream>
 #include <string>
-#include <tuple>
 
 #include "core/tiles.h"
 #include "sim/update.h"
-
-// Whole creatures compared field by field, shown in full when they differ.
-inline bool operator==(const Creature& a, const Creature& b) {
-    return std::tie(a.x, a.y, a.vx, a.vy, a.hp, a.kind, a.dir, a.hit_cooldown, a.flash, a.alive, a.on_ground) ==
-           std::tie(b.x, b.y, b.vx, b.vy, b.hp, b.kind, b.dir, b.hit_cooldown, b.flash, b.alive, b.on_ground);
-}
-inline std::ostream& operator<<(std::ostream& o, const Creature& c) {
-    return o << "at (" << c.x << ", " << c.y << ") v (" << c.vx << ", " << c.vy << ") hp " << c.hp << " kind " << c.kind
-             << " dir " << c.dir << " cooldown " << c.hit_cooldown << " flash " << c.flash << " alive " << +c.alive
-             << " ground " << +c.on_ground;
-}
 
 namespace fixtures {
 
