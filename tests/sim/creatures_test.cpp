@@ -81,3 +81,11 @@ TEST_F(Creatures, TheSpawnBandEndsAtRow156) {
     fixtures::put_player(g, 2082.0f, 150.0f * 16.0f);
     for (g.tick = 1; g.tick < 200; ++g.tick) ASSERT_FALSE(creatures_try_spawn(&g)) << "tick " << g.tick;
 }
+
+TEST_F(Creatures, MoreThan1152PixelsFromThePlayerACreatureIsGone) {
+    const Creature& kept = put(g, 0, 1152.0f);
+    const Creature& gone = put(g, 1, -1153.0f);
+    creatures_step(&g, 0.0f);  // with dt 0 nobody moves
+    EXPECT_EQ(1, kept.alive);
+    EXPECT_EQ(0, gone.alive);
+}
