@@ -68,7 +68,7 @@ protected:
 
     // After a failed save the old file is byte for byte what it was and no .tmp is left.
     void expect_old_save_intact(const std::string& at) {
-        EXPECT_EQ(read_bytes(at), valid) << "the previous save changed";
+        EXPECT_EQ(valid, read_bytes(at)) << "the previous save changed";
         EXPECT_FALSE(fs::exists(at + ".tmp")) << "the temporary file was left behind";
     }
 
@@ -149,13 +149,13 @@ TEST_F(SaveFile, LoadRefusesBadFilesAndLeavesTheGameAlone) {
         ASSERT_TRUE(game_save(game.get(), path.c_str()));
         Bytes b = read_bytes(path);
         if (c.edit_file != nullptr) c.edit_file(b);
-        EXPECT_EQ(load_bytes(b), c.loads);
+        EXPECT_EQ(c.loads, load_bytes(b));
     }
     // Any other changed byte before the tiles, header and checksum included, fails.
     for (std::size_t at = 0; at < TILES_AT; ++at) {
         Bytes b = valid;
         b[at] ^= 0x01;
-        EXPECT_EQ(load_bytes(b), at == NAME_LAST_BYTE_AT) << "byte " << at;
+        EXPECT_EQ(at == NAME_LAST_BYTE_AT, load_bytes(b)) << "byte " << at;
     }
     EXPECT_FALSE(game_load(live.get(), dir.file("missing.tvw").c_str()));
 }
@@ -193,7 +193,7 @@ TEST_F(SaveFile, FailedSavesKeepThePreviousOne) {
         return game_save(base.get(), in_locked.c_str()) ? 1 : 0;
     });
     if (status == CANNOT_DROP_ROOT) GTEST_SKIP() << "cannot drop root, and root writes anywhere";
-    EXPECT_EQ(status, 0) << "a save into an unwritable folder claimed success";
+    EXPECT_EQ(0, status) << "a save into an unwritable folder claimed success";
     expect_old_save_intact(in_locked);
 }
 
@@ -210,8 +210,8 @@ TEST_F(SaveFile, PathTooLongForItsTemporaryNameOpensNothing) {
     for (const std::size_t length : {1023u, 1024u}) {
         const std::string at = path_of_length(dir.path / std::to_string(length), length);
         ASSERT_TRUE(write_bytes(at, valid));
-        EXPECT_EQ(game_save(base.get(), at.c_str()), length == 1023u);
-        EXPECT_EQ(read_bytes(at) == valid, length == 1024u) << length;
+        EXPECT_EQ(length == 1023u, game_save(base.get(), at.c_str()));
+        EXPECT_EQ(length == 1024u, read_bytes(at) == valid) << length;
         EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(at).parent_path()), fs::directory_iterator()), 1);
     }
 }

@@ -37,7 +37,7 @@ TEST_F(Mining, BreakingTimeDependsOnTileAndToolAndTheTileDropsAtItsCorner) {
     for (const auto& c : cases) {
         fixtures::hold(g, static_cast<std::uint16_t>(c[1]), c[1] != 0);
         tile_at(g, 132, 99) = static_cast<std::uint8_t>(c[0]);
-        EXPECT_EQ(frames_to_break(132, 99), c[2]) << "tile " << c[0] << " tool " << c[1];
+        EXPECT_EQ(c[2], frames_to_break(132, 99)) << "tile " << c[0] << " tool " << c[1];
         EXPECT_EQ(0.0f, g.player.mine_progress) << "tile " << c[0] << ": no work kept, broken or not";
     }
     EXPECT_STREQ("IRON PICK REQUIRED", g.notice);

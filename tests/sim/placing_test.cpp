@@ -26,7 +26,7 @@ TEST_F(Placing, RefusalsInOrderRingReachOccupiedHandSupportPlayerAndBuildingWher
     tile_at(g, 134, 100) = TILE_TORCH;
     const int cells[][3] = {{137, 100, 0}, {133, 100, 0}, {134, 100, 0},  // column, row, placed
                             {131, 96, 0},  {131, 98, 0},  {131, 97, 1},  {136, 100, 1}};
-    for (const auto& c : cells) EXPECT_EQ(place(c[0], c[1]), c[2] == 1) << c[0] << ", " << c[1];
+    for (const auto& c : cells) EXPECT_EQ(c[2] == 1, place(c[0], c[1])) << c[0] << ", " << c[1];
     for (std::uint16_t item : {ITEM_WORN_PICK, ITEM_IRON_SWORD, std::uint16_t{TILE_BEDROCK}}) {
         fixtures::hold(g, item, 3);
         EXPECT_FALSE(place(132, 100)) << item;
