@@ -37,4 +37,7 @@ TEST(WorldGenerate, NameRules) {
     EXPECT_STREQ(generated(1, "0123456789012345678901234567890123456789")->name,
                  "0123456789012345678901234567890");
     EXPECT_STREQ(generated(1, "\xC3\xA9t\xC3\xA9")->name, "\xC3\xA9t\xC3\xA9");  // bytes kept as given
+    const auto own = generated(1, "0123456789012345678901234567890");  // its own full name, read in place
+    world_generate(own.get(), 1, own->name);
+    EXPECT_STREQ("0123456789012345678901234567890", own->name);
 }
