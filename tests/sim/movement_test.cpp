@@ -33,14 +33,16 @@ TEST_F(MoveBox, TheWorldEdgeIsASolidWallOnAllFourSides) {
         {8192.0f - 13.0f, 40.0f, 100.0f, 0.0f, 0, 12.0f, 26.0f},
         {40.0f, 1.0f, 0.0f, -200.0f, 1, 12.0f, 26.0f},
         {40.0f, 2560.0f - 30.0f, 0.0f, 390.0f, 0, 12.0f, 26.0f},
+        {40.0f, 2540.0f, 0.0f, 0.0f, 1, 12.0f, 26.0f},  // already past the bottom, at rest: stuck, not standing
     };
     const Box after[] = {
         {1.0f, 40.0f, 0.0f, 0.0f, 0, 12.0f, 26.0f},
         {8192.0f - 13.0f, 40.0f, 0.0f, 0.0f, 0, 12.0f, 26.0f},
         {40.0f, 1.0f, 0.0f, 0.0f, 0, 12.0f, 26.0f},
         {40.0f, 2530.0f + S, 0.0f, 0.0f, 1, 12.0f, 26.0f},
+        {40.0f, 2540.0f, 0.0f, 0.0f, 0, 12.0f, 26.0f},
     };
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < 5; ++i) {
         move(boxes[i]);
         EXPECT_EQ(after[i], boxes[i]) << "box " << i;
     }
