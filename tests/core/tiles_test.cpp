@@ -6,46 +6,34 @@
 
 #include "core/tiles.h"
 
-TEST(Tiles, OnlyEmptyLeavesAndTorchArePassable) {
-    for (std::uint32_t id = 0; id < 300; ++id) {
-        const bool passable = id == 0 || id == 5 || id == 14;
-        EXPECT_EQ(tile_solid(id), !passable) << id;
-    }
-    EXPECT_TRUE(tile_solid(0xFFFFFFFFu));
-}
-
-TEST(Tiles, HardnessHasExactBitPatterns) {
-    const std::uint32_t bits[17] = {
-        0x3DCCCCCD,  // 0: outside the table
+// Only EMPTY, LEAVES and TORCH are passable; only GRASS drops something else (DIRT).
+TEST(Tiles, SolidityHardnessAndDropsOfEveryId) {
+    const std::uint32_t hardness_bits[17] = {
+        0x3DCCCCCD,  // 0 and every id past 16: outside the table
         0x3EA3D70A, 0x3EA3D70A, 0x3F866666, 0x3F0CCCCD, 0x3E3851EC, 0x3F59999A, 0x3F59999A, 0x3FACCCCD,
         0x3FCCCCCD, 0x461C3C00, 0x3F0CCCCD, 0x3F866666, 0x3F0CCCCD, 0x3DCCCCCD, 0x3EA3D70A, 0x3EA3D70A,
     };
-    for (std::uint32_t id = 0; id <= 16; ++id) EXPECT_EQ(std::bit_cast<std::uint32_t>(tile_hardness(id)), bits[id]) << id;
-    EXPECT_EQ(std::bit_cast<std::uint32_t>(tile_hardness(17)), 0x3DCCCCCDu);
-    EXPECT_EQ(std::bit_cast<std::uint32_t>(tile_hardness(0xFFFFFFFFu)), 0x3DCCCCCDu);
-}
-
-TEST(Tiles, GrassDropsDirtAndEverythingElseItself) {
-    EXPECT_EQ(tile_drop(1), 2u);
-    for (std::uint32_t id : {0u, 2u, 3u, 9u, 10u, 14u, 16u, 200u}) EXPECT_EQ(tile_drop(id), id);
+    for (std::uint32_t id : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u, 8u, 9u, 10u, 11u, 12u, 13u, 14u, 15u, 16u, 17u, 200u, 0xFFFFFFFFu}) {
+        EXPECT_EQ(id != 0 && id != 5 && id != 14, tile_solid(id)) << id;
+        EXPECT_EQ(hardness_bits[id <= 16 ? id : 0], std::bit_cast<std::uint32_t>(tile_hardness(id))) << id;
+        EXPECT_EQ(id == 1 ? 2u : id, tile_drop(id)) << id;
+    }
 }
 
 TEST(Tiles, BedrockCanBeHeldButNeverPlaced) {
     for (std::int32_t id = 1; id <= 16; ++id) {
-        EXPECT_EQ(tile_to_item(id), id);
-        EXPECT_EQ(item_to_tile(id), id == 10 ? 0 : id);
+        EXPECT_EQ(id, tile_to_item(id));
+        EXPECT_EQ(id == 10 ? 0 : id, item_to_tile(id));
     }
     for (std::int32_t id : {0, -1, 17, 99, 100, 101, 102, 103, 104, INT32_MIN, INT32_MAX}) {
-        EXPECT_EQ(item_to_tile(id), 0) << id;
-        EXPECT_EQ(tile_to_item(id), 0) << id;
+        EXPECT_EQ(0, item_to_tile(id)) << id;
+        EXPECT_EQ(0, tile_to_item(id)) << id;
     }
 }
 
 TEST(Tiles, Names) {
-    EXPECT_STREQ(item_name(0), "EMPTY");
-    EXPECT_STREQ(item_name(7), "COPPER ORE");
-    EXPECT_STREQ(item_name(16), "CLAY");
-    EXPECT_STREQ(item_name(100), "WORN PICK");
-    EXPECT_STREQ(item_name(103), "IRON SWORD");
-    for (std::uint32_t id : {17u, 99u, 104u, 0xFFFFFFFFu}) EXPECT_STREQ(item_name(id), "UNKNOWN");
+    const struct { std::uint32_t id; const char* name; } names[] = {
+        {0, "EMPTY"}, {7, "COPPER ORE"}, {16, "CLAY"}, {100, "WORN PICK"}, {103, "IRON SWORD"},
+        {17, "UNKNOWN"}, {99, "UNKNOWN"}, {104, "UNKNOWN"}, {0xFFFFFFFFu, "UNKNOWN"}};
+    for (const auto& n : names) EXPECT_STREQ(n.name, item_name(n.id)) << n.id;
 }

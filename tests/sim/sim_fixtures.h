@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string>
 
 #include "core/tiles.h"
 #include "sim/update.h"
@@ -22,17 +24,11 @@ inline std::unique_ptr<Game> new_world(std::uint32_t seed = 1234u) {
     return game;
 }
 
-// Byte copies, so that records can be compared byte for byte.
+// A byte copy, padding and all.
 inline std::unique_ptr<Game> copy_of(const Game& g) {
     auto c = std::make_unique<Game>();
     std::memcpy(c.get(), &g, sizeof g);
     return c;
-}
-inline bool same(const Game& a, const Game& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
-
-// NaN fails every comparison, so a position that is not finite is never inside.
-inline bool inside_world(float x, float y, float w, float h) {
-    return x >= 0.0f && x + w <= 8192.01f && y >= 0.0f && y + h <= 2560.01f;
 }
 
 inline void fill_tiles(Game& g, int c0, int r0, int c1, int r1, std::uint8_t tile) {
@@ -71,6 +67,18 @@ inline Creature& creature_at(Game& g, int slot, float x, float y, std::int32_t k
 inline void point_at(const Game& g, FrameInput& in, int tx, int ty) {
     in.mouse_x = static_cast<int>(static_cast<float>(tx * 16 + 8) - g.camera_x);
     in.mouse_y = static_cast<int>(static_cast<float>(ty * 16 + 8) - g.camera_y);
+}
+
+// The occupied slots as "slot:item x count", so a comparison shows the whole inventory.
+inline std::string slots(const Player& p) {
+    std::string s;
+    char cell[32];
+    for (int i = 0; i < INVENTORY_SLOTS; ++i) {
+        const InventorySlot& e = p.inventory[i];
+        std::snprintf(cell, sizeof cell, " %d:%ux%u", i, unsigned{e.item}, unsigned{e.count});
+        if (e.item != 0 || e.count != 0) s += cell;
+    }
+    return s;
 }
 
 // A closed room (columns 100..160, rows 80..100; the floor's top is at y 1616)
