@@ -1,7 +1,5 @@
 // Hills drawn in bands, over a sky cut off where the hills always cover it, leave
 // the picture of full-height steps over a whole sky wherever the camera stands.
-#include <vector>
-
 #include "render/draw.h"
 #include "render/render_support.h"
 
@@ -40,13 +38,10 @@ TEST(Hills, BandsMatchFullHeightStepsAtEveryCamera) {
                     fill(want.renderer, layer.first_base - o % layer.period + layer.period * j + s.dx, s.top, s.width,
                          VIEW_H, layer.colour);
         }
-        got.at(0, 0);  // flushes
-        want.at(0, 0);
-        const auto rows = [](const Canvas& c) {
-            const auto* px = static_cast<const std::uint8_t*>(c.surface->pixels);
-            return std::vector<std::uint8_t>(px + 100 * c.surface->pitch, px + 311 * c.surface->pitch);
-        };
-        EXPECT_EQ(rows(want), rows(got)) << camera_x;
+        int wrong = 0;
+        for (int y = 100; y <= 310; ++y)
+            for (int x = 0; x < VIEW_W; ++x) wrong += got.at(x, y) != want.at(x, y);
+        EXPECT_EQ(0, wrong) << camera_x;
     }
 }
 
