@@ -52,10 +52,9 @@ SDL_Event random_event(Rng& rng) {
             e.wheel.y = pick(rng, -3, 3);
             break;
         case 8:
-            e.type = SDL_WINDOWEVENT;
-            e.window.event = static_cast<Uint8>(pick(rng, SDL_WINDOWEVENT_SHOWN, SDL_WINDOWEVENT_TAKE_FOCUS));
-            e.window.data1 = pick(rng, 0, 5000);
-            e.window.data2 = pick(rng, 0, 5000);
+            e.window = {SDL_WINDOWEVENT, 0, 0,
+                        static_cast<Uint8>(pick(rng, SDL_WINDOWEVENT_SHOWN, SDL_WINDOWEVENT_TAKE_FOCUS)), 0, 0, 0,
+                        pick(rng, 0, 5000), pick(rng, 0, 5000)};
             break;
         default: e.type = SDL_QUIT; break;
     }
@@ -73,7 +72,8 @@ bool inside(float x, float y, float w, float h) {
 const char* broken_promise(const Game& g, bool saved_too) {
     const Player& p = g.player;
     if (saved_too && !valid_loaded_game(&g)) return "a field no save may hold";
-    if (!inside(p.x, p.y, 12.0f, 26.0f) || !std::isfinite(p.vx + p.vy + g.camera_x + g.camera_y)) return "player or camera";
+    if (!inside(p.x, p.y, 12.0f, 26.0f) || !std::isfinite(p.vx + p.vy + g.camera_x + g.camera_y))
+        return "player or camera";
     if (g.screen > SCREEN_PAUSE) return "screen";
     for (const Creature& c : g.creatures)
         if (c.alive && (!inside(c.x, c.y, 14.0f, 14.0f) || !std::isfinite(c.vx + c.vy) || c.hp < 1 || c.hp > 7))
