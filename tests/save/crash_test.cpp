@@ -19,11 +19,6 @@ namespace {
 
 using namespace save_test;
 
-int runs_from_env(const char* name, int fallback) {
-    const char* v = std::getenv(name);
-    return v != nullptr && std::atoi(v) > 0 ? std::atoi(v) : fallback;
-}
-
 // World number `n`: its tick and one tile tell it from its neighbours.
 void make_world(const Game& base, std::uint64_t n, Game* out) {
     std::memcpy(out, &base, sizeof base);
@@ -50,9 +45,9 @@ TEST(Crash, KilledSavesLeaveTheLastOrTheNextWorld) {
     ASSERT_TRUE(game_save(world.get(), path.c_str()));
 
     std::mt19937 rng(12345);
-    std::uniform_int_distribution<int> delay_us(0, 4000);
     std::uint64_t finished = 0;
-    const int kills = runs_from_env("TALVEN_CRASH_KILLS", 200);
+    const char* env = std::getenv("TALVEN_CRASH_KILLS");
+    const int kills = env != nullptr && std::atoi(env) > 0 ? std::atoi(env) : 200;
     for (int kill_no = 0; kill_no < kills; ++kill_no) {
         int pipe_fds[2];
         ASSERT_EQ(0, pipe(pipe_fds));
@@ -60,7 +55,7 @@ TEST(Crash, KilledSavesLeaveTheLastOrTheNextWorld) {
         const pid_t child = fork();
         if (child == 0) save_forever(*base, path, finished, pipe_fds[1]);
         close(pipe_fds[1]);
-        usleep(static_cast<useconds_t>(delay_us(rng)));
+        usleep(rng() % 4001u);
         kill(child, SIGKILL);
         int status = 0;
         ASSERT_EQ(child, waitpid(child, &status, 0));
@@ -75,9 +70,9 @@ TEST(Crash, KilledSavesLeaveTheLastOrTheNextWorld) {
         make_world(*base, n, world.get());
         ASSERT_EQ(save_checksum(world.get()), save_checksum(loaded.get()));
         finished = n;
-        const auto entries = std::distance(fs::directory_iterator(dir.path), fs::directory_iterator());
-        ASSERT_LE(entries, 2);
-        ASSERT_TRUE(entries == 1 || fs::is_regular_file(path + ".tmp"));
+        // Beside the save at most the stale temporary file.
+        for (const auto& e : fs::directory_iterator(dir.path))
+            ASSERT_TRUE(e.path() == path || e.path() == path + ".tmp") << e.path();
     }
     EXPECT_GT(finished, 0u) << "no save ever finished: the kills proved nothing";
 }
