@@ -1,5 +1,6 @@
 #include "app/frame_step.h"
 
+#include "app/demo.h"
 #include "app/frame_clock.h"
 #include "app/screens.h"
 #include "save/save_file.h"
@@ -7,10 +8,13 @@
 #include "sim/autosave.h"
 #include "sim/update.h"
 
-void frame_read_input(Game* game, SDL_Window* window, FrameInput* input) {
+void frame_read_input(Game* game, SDL_Window* window, FrameInput* input, DemoRecorder* recorder) {
     frame_input_begin(input);
     SDL_Event event;
-    while (SDL_PollEvent(&event)) screens_handle_event(game, window, input, &event);
+    while (SDL_PollEvent(&event)) {
+        if (recorder != nullptr) demo_record_event(recorder, &event);
+        screens_handle_event(game, window, input, &event);
+    }
     screens_sample_input(window, input);
 }
 
@@ -21,11 +25,12 @@ void frame_advance(Game* game, const FrameInput* input, float dt) {
     if (game->screen != SCREEN_PLAYING && game->notice_timer > 0.0f) game->notice_timer -= dt;
 }
 
-void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer) {
-    frame_read_input(game, window, input);
+void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer, DemoRecorder* recorder) {
+    frame_read_input(game, window, input, recorder);
     const Uint64 now = SDL_GetPerformanceCounter();
     float dt = elapsed_seconds(timer->previous, now, SDL_GetPerformanceFrequency());
     timer->previous = now;
     if (timer->fixed_step) dt = FIXED_STEP;
     frame_advance(game, input, dt);
+    if (recorder != nullptr) demo_record_frame(recorder, input, dt, game);
 }

@@ -10,17 +10,19 @@
 #include "core/frame_input.h"
 #include "core/game.h"
 
+struct DemoRecorder;  // when recording, sees each handled event and each frame
+
 struct FrameTimer {
     std::uint64_t previous;  // performance counter at the last frame
     bool fixed_step;         // 1/60 s steps instead of measured time
 };
 
 // Clears the one-frame flags, handles every pending event, samples keys and pointer.
-void frame_read_input(Game* game, SDL_Window* window, FrameInput* input);
+void frame_read_input(Game* game, SDL_Window* window, FrameInput* input, DemoRecorder* recorder = nullptr);
 
 // Everything a frame changes once its input and time are known: the simulation,
 // then the autosave when it is due, then menu notices. Recorded frames replay here.
 void frame_advance(Game* game, const FrameInput* input, float dt);
 
 // frame_read_input, the time since the last frame, then frame_advance.
-void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer);
+void frame_step(Game* game, SDL_Window* window, FrameInput* input, FrameTimer* timer, DemoRecorder* recorder = nullptr);

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 
+#include "app/demo.h"
 #include "app/frame_step.h"
 #include "app/options.h"
 #include "app/screens.h"
@@ -80,14 +81,14 @@ struct LoopResult {
     bool screenshot_ok;
 };
 
-LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
+LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video, DemoSession* demo) {
     FrameInput input{};
     FrameTimer timer{SDL_GetPerformanceCounter(), opts.fixed_step};
     LoopResult result{opts.screenshot == nullptr};
     std::int32_t frames = 0;
 
     while (game->running) {
-        frame_step(game, video.window, &input, &timer);
+        if (!demo_session_step(demo, game, video.window, &input, &timer)) break;
 
         SDL_SetRenderDrawColor(video.renderer, 0, 0, 0, 255);
         SDL_RenderClear(video.renderer);
@@ -132,8 +133,15 @@ int app_main(int argc, char** argv) {
         case OptionsAction::Run: break;
     }
 
+    if (opts.replay != nullptr && opts.verify) return demo_verify(opts.replay);
+    DemoSession demo{};
+    if (!demo_session_open(&demo, &opts)) return 1;
+
     Video video{};
-    if (!open_video(opts, &video)) return 1;
+    if (!open_video(opts, &video)) {
+        demo_session_close(&demo, nullptr, opts);
+        return 1;
+    }
 
     // One record for the whole run (about 95 KB), allocated once, off the stack.
     const auto owned = std::make_unique<Game>();
@@ -144,8 +152,15 @@ int app_main(int argc, char** argv) {
         game->autosave_off = opts.screenshot != nullptr ? 1 : 0;
     }
 
-    const LoopResult loop = run_frames(game, opts, video);
+    if (!demo_session_start(&demo, game)) {
+        demo_session_close(&demo, nullptr, opts);
+        close_video(&video);
+        return 1;
+    }
+
+    const LoopResult loop = run_frames(game, opts, video, &demo);
     const bool save_ok = save_at_exit(game, opts);
+    const bool demo_ok = demo_session_close(&demo, game, opts);
     close_video(&video);
-    return (loop.screenshot_ok && save_ok) ? 0 : 1;
+    return (loop.screenshot_ok && save_ok && demo_ok) ? 0 : 1;
 }

@@ -44,7 +44,7 @@ TEST(Program, HelpAndVersionPrintAndSucceedWithoutAWindow) {
     const std::string no_video = "SDL_VIDEODRIVER=no-such-driver";
     const RunResult help = run_talven("--help --version --selftest", no_video);
     EXPECT_EQ(0, help.exit_code);
-    EXPECT_EQ("TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version\n", help.output);
+    EXPECT_EQ("TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version\n  --record FILE\n  --replay FILE\n  --verify\n", help.output);
     const RunResult version = run_talven("--debug-game --version --help", no_video);
     EXPECT_EQ(0, version.exit_code);
     EXPECT_EQ("talven " TALVEN_VERSION "\n", version.output);
