@@ -83,3 +83,33 @@ TEST(Options, ParsesEnvironmentThenArguments) {
 TEST(Options, UsageText) {
     EXPECT_STREQ(USAGE_TEXT, "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version");
 }
+
+TEST(Options, DemoOptionsAndTheRecordVariable) {
+    struct DemoCase {
+        std::vector<const char*> args;
+        const char* record_env;  // null: unset
+        const char* record;
+        const char* replay;
+        bool verify;
+    };
+    const DemoCase cases[] = {
+        {{}, nullptr, nullptr, nullptr, false},
+        {{}, "", nullptr, nullptr, false},  // an empty variable records nothing
+        {{}, "env.tvd", "env.tvd", nullptr, false},
+        {{"--record", "arg.tvd"}, "env.tvd", "arg.tvd", nullptr, false},
+        {{"--replay", "--verify", "--record"}, nullptr, nullptr, "--verify", false},
+        {{"--verify", "--replay", "r.tvd"}, nullptr, nullptr, "r.tvd", true},
+    };
+    for (const DemoCase& c : cases) {
+        g_env.clear();
+        if (c.record_env != nullptr) g_env["TALVEN_RECORD"] = c.record_env;
+        std::vector<const char*> argv = c.args;
+        argv.insert(argv.begin(), "talven");
+        RunOptions got{};
+        EXPECT_EQ(RUN, parse_options(static_cast<int>(argv.size()), argv.data(), fake_env, &got));
+        EXPECT_EQ(std::string(c.record ? c.record : "-"), std::string(got.record ? got.record : "-"));
+        EXPECT_EQ(std::string(c.replay ? c.replay : "-"), std::string(got.replay ? got.replay : "-"));
+        EXPECT_EQ(c.verify, got.verify);
+        EXPECT_EQ(0, got.max_frames);  // demo options leave the design's options alone
+    }
+}
