@@ -81,7 +81,7 @@ TEST(Options, ParsesEnvironmentThenArguments) {
 }
 
 TEST(Options, UsageText) {
-    EXPECT_STREQ(USAGE_TEXT, "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version");
+    EXPECT_STREQ(USAGE_TEXT, "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version\n  --record FILE\n  --replay FILE\n  --verify");
 }
 
 TEST(Options, DemoOptionsAndTheRecordVariable) {

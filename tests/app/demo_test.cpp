@@ -1,0 +1,206 @@
+// Demos: sessions recorded from real play still replay to the same digests, a
+// recording replays in a window and headless, a changed frame shows where it
+// first bites, and every damaged demo is refused with one line.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/demo_format.h"
+#include "core/game_digest.h"
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
+
+namespace {
+
+struct Outcome {
+    int exit_code;
+    std::string output;
+    bool saved;  // the player's save exists in the scratch data folder afterwards
+};
+
+const fs::path SCRATCH = fs::temp_directory_path() / ("talven-demo-" + std::to_string(::getpid()));
+
+Outcome talven(const std::string& args) {
+    const fs::path home = SCRATCH / "home";
+    fs::create_directories(home);
+    const std::string cmd = "cd '" + SCRATCH.string() + "' && env XDG_DATA_HOME='" + home.string() +
+                            "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE "' " + args + " 2>&1";
+    Outcome r{-1, {}, false};
+    FILE* pipe = ::popen(cmd.c_str(), "r");
+    std::array<char, 512> buf{};
+    for (size_t n; (n = std::fread(buf.data(), 1, buf.size(), pipe)) > 0;) r.output.append(buf.data(), n);
+    const int status = ::pclose(pipe);
+    r.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    r.saved = fs::exists(home / "duskwell" / "talven" / "talven_world.tvw");
+    fs::remove_all(home);
+    return r;
+}
+
+fs::path demo(const char* name) { return fs::path(TALVEN_DEMO_DIR) / name; }
+
+Bytes read_all(const fs::path& p) {
+    std::ifstream in(p, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), {});
+}
+
+fs::path write_scratch(const char* name, const Bytes& bytes) {
+    fs::create_directories(SCRATCH);
+    const fs::path p = SCRATCH / name;
+    std::ofstream(p, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return p;
+}
+
+void put_u32(Bytes* b, std::size_t at, std::uint32_t v) {
+    for (int i = 0; i < 4; ++i) (*b)[at + static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(v >> (8 * i));
+}
+
+// Damage that the checksums must not catch: recompute the header's or a chunk's.
+void reseal_header(Bytes* b, std::size_t save_size) {
+    put_u32(b, 12, fnv1a(b->data() + 16, save_size, fnv1a(b->data(), 12)));
+}
+void reseal_chunk(Bytes* b, std::size_t at) {
+    const std::size_t size = (*b)[at + 1] | static_cast<std::size_t>((*b)[at + 2]) << 8;
+    put_u32(b, at + 5, fnv1a(b->data() + at + 9, size, fnv1a(b->data() + at, 5)));
+}
+
+// Every frame of a demo written again into one chunk, with `change` applied to each.
+Bytes rewrite(const Bytes& in, const std::function<void(DemoFrame*)>& change) {
+    DemoReader r{};
+    DemoStart start{};
+    EXPECT_EQ(nullptr, demo_open(&r, in.data(), in.size(), &start));
+    Bytes out;
+    demo_write_header(&out, start);
+    DemoWriter w{};
+    const auto f = std::make_unique<DemoFrame>();
+    while (demo_next(&r, f.get()) == DemoStep::Frame) {
+        change(f.get());
+        demo_write_frame(&w, f->events, f->event_count, f->input, f->dt, f->digest);
+    }
+    demo_seal_chunk(&w, &out);
+    demo_write_end(w, r.end_digest, &out);
+    return out;
+}
+
+}  // namespace
+
+TEST(Demo, RecordedSessionsReplayWithEveryDigestMatchingAndNeverTouchTheSave) {
+    const std::pair<const char*, int> sessions[] = {
+        {"night_fight.tvd", 957}, {"glow_crystal_iron_pick.tvd", 1309},
+        {"death_and_respawn.tvd", 414}, {"save_and_load_menus.tvd", 330},
+    };
+    for (const auto& [name, frames] : sessions) {
+        const std::string path = demo(name).string();
+        const Outcome r = talven("--replay '" + path + "' --verify");
+        EXPECT_EQ(0, r.exit_code) << name;
+        EXPECT_EQ("demo " + path + ": " + std::to_string(frames) + " frames, every digest matches\n", r.output);
+        EXPECT_FALSE(r.saved) << name << " saved into the player's folder";
+    }
+}
+
+TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
+    const std::string file = (SCRATCH / "rec.tvd").string();
+    const Outcome rec = talven("--debug-game --max-frames 65 --record '" + file + "'");
+    EXPECT_EQ(0, rec.exit_code) << rec.output;
+    EXPECT_EQ("demo " + file + ": 65 frames, every digest matches\n", talven("--replay '" + file + "' --verify").output);
+    const Outcome windowed = talven("--replay '" + file + "' --max-frames 20 --screenshot '" + file + ".bmp'");
+    EXPECT_EQ(0, windowed.exit_code) << windowed.output;
+    EXPECT_EQ(640u * 360u * 4u + 122u, fs::file_size(file + ".bmp"));
+    // A recording that cannot start leaves nothing and starts nothing.
+    const Outcome bad = talven("--debug-game --max-frames 5 --record '" + (SCRATCH / "no" / "x.tvd").string() + "'");
+    EXPECT_EQ(1, bad.exit_code);
+    EXPECT_EQ("TALVEN: cannot record to " + (SCRATCH / "no" / "x.tvd").string() + ": No such file or directory\n", bad.output);
+}
+
+TEST(Demo, AChangedFrameDivergesAtTheNextDigest) {
+    const Bytes menus = read_all(demo("save_and_load_menus.tvd"));
+    const std::string same = write_scratch("same.tvd", rewrite(menus, [](DemoFrame*) {})).string();
+    EXPECT_EQ("demo " + same + ": 330 frames, every digest matches\n", talven("--replay '" + same + "' --verify").output);
+    // Frame 10 of play takes a longer time step; the digest of frame 60 is the first to see it.
+    const std::string changed = write_scratch("changed.tvd", rewrite(menus, [](DemoFrame* f) {
+                                    if (f->number == 10) f->dt = 0.05f;
+                                })).string();
+    for (const char* mode : {" --verify", " --max-frames 61"}) {
+        const Outcome r = talven("--replay '" + changed + "'" + mode);
+        EXPECT_EQ(1, r.exit_code) << mode;
+        EXPECT_EQ("demo diverges at frame 60\n", r.output) << mode;
+    }
+}
+
+TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
+    const Bytes menus = read_all(demo("save_and_load_menus.tvd"));
+    const std::size_t first_chunk = DEMO_HEADER_SIZE;
+    struct Case {
+        const char* name;
+        std::function<void(Bytes*)> damage;
+        const char* says;  // after "TALVEN: demo FILE: "
+    };
+    const Case cases[] = {
+        {"empty", [](Bytes* b) { b->clear(); }, "not a TALVEN demo"},
+        {"foreign", [](Bytes* b) { (*b)[3] = '1'; }, "not a TALVEN demo"},
+        {"cut in its header", [](Bytes* b) { b->resize(10); }, "demo is truncated"},
+        {"newer", [](Bytes* b) { (*b)[4] = 2; }, "demo was recorded by a newer version of TALVEN"},
+        {"older", [](Bytes* b) { (*b)[4] = 0; }, "demo is corrupted (its header)"},
+        {"start flag", [](Bytes* b) { (*b)[8] |= 8; }, "demo is corrupted (its header)"},
+        {"says it has a save", [](Bytes* b) { (*b)[8] |= 4; }, "demo is truncated"},
+        {"header checksum", [](Bytes* b) { (*b)[13] ^= 1; }, "demo is corrupted (its header checksum)"},
+        {"frame byte", [](Bytes* b) { (*b)[40] ^= 0x10; }, "demo is corrupted (a chunk's checksum)"},
+        {"chunk kind", [&](Bytes* b) { (*b)[first_chunk] = 'X'; }, "demo is corrupted (a chunk's kind)"},
+        {"chunk size", [&](Bytes* b) { put_u32(b, first_chunk + 1, 1u << 21); }, "demo is corrupted (a chunk's size)"},
+        {"cut mid-chunk", [](Bytes* b) { b->resize(b->size() - 3); }, "cut off (the recording never closed); replay it without --verify"},
+        {"no closing record", [](Bytes* b) { b->resize(b->size() - 17); }, "cut off (the recording never closed); replay it without --verify"},
+        {"bytes after the end", [](Bytes* b) { b->push_back(0); }, "demo is corrupted (bytes after its closing record)"},
+        {"frame flags", [&](Bytes* b) { (*b)[first_chunk + 9] |= 0x80; reseal_chunk(b, first_chunk); }, "demo is corrupted (a frame's flags)"},
+        {"digest out of step", [&](Bytes* b) { (*b)[first_chunk + 9] |= 0x10; reseal_chunk(b, first_chunk); }, "demo is corrupted (digests out of step)"},
+    };
+    for (const Case& c : cases) {
+        Bytes bytes = menus;
+        c.damage(&bytes);
+        const std::string file = write_scratch("bad.tvd", bytes).string();
+        const Outcome r = talven("--replay '" + file + "' --verify");
+        EXPECT_EQ(1, r.exit_code) << c.name;
+        EXPECT_EQ("TALVEN: demo " + file + ": " + c.says + "\n", r.output) << c.name;
+    }
+
+    // A save inside the demo that the save loader refuses (a wrong save version).
+    Bytes death = read_all(demo("death_and_respawn.tvd"));
+    death[DEMO_HEADER_SIZE + 4] ^= 1;
+    reseal_header(&death, 82180);
+    const std::string bad_save = write_scratch("bad_save.tvd", death).string();
+    EXPECT_EQ("TALVEN: demo " + bad_save + ": its save file is refused by the save loader\n",
+              talven("--replay '" + bad_save + "'").output);
+
+    // Not a file one can read whole: missing, a folder, a FIFO, a 2 GB file.
+    fs::create_directories(SCRATCH / "folder.tvd");
+    ::mkfifo((SCRATCH / "fifo.tvd").c_str(), 0600);
+    fs::resize_file(write_scratch("huge.tvd", menus), 2ull << 30);
+    const std::pair<const char*, const char*> files[] = {
+        {"missing.tvd", "No such file or directory"}, {"folder.tvd", "not a regular file"},
+        {"fifo.tvd", "not a regular file"}, {"huge.tvd", "too large"},
+    };
+    for (const auto& [name, says] : files) {
+        const std::string file = (SCRATCH / name).string();
+        EXPECT_EQ("TALVEN: demo " + file + ": " + says + "\n", talven("--replay '" + file + "'").output) << name;
+    }
+
+    // A recording cut off by a crash still plays, up to its last whole chunk.
+    Bytes cut = menus;
+    cut.resize(cut.size() - 3);
+    const std::string cut_file = write_scratch("cut.tvd", cut).string();
+    const Outcome played = talven("--replay '" + cut_file + "' --max-frames 5");
+    EXPECT_EQ(0, played.exit_code);
+    EXPECT_EQ(0u, played.output.rfind("TALVEN: demo " + cut_file + ": cut off after frame ", 0)) << played.output;
+    fs::remove_all(SCRATCH);
+}
