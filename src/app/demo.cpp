@@ -242,7 +242,7 @@ namespace {
 void report_divergence(DemoPlayer* p, std::uint32_t frame) {
     if (p->diverged_at != 0) return;
     p->diverged_at = frame;
-    std::printf("demo diverges at frame %u\n", static_cast<unsigned>(frame));
+    std::fprintf(stderr, "demo diverges at frame %u\n", static_cast<unsigned>(frame));
 }
 
 // Every byte checked before the first frame plays: a damaged demo never half-plays.
