@@ -56,11 +56,11 @@ const char* read_regular_file(const char* path, std::size_t limit, Bytes* out) {
     return why;
 }
 
-// The closing digest leaves out `running`: a frame limit clears it after the last
-// frame, and where the run stopped is checked by the frame count instead.
-std::uint32_t end_digest(const Game* game) {
+// The closing digest sees `running` as the last frame left it: a frame limit
+// clears it afterwards, which a replay does not see.
+std::uint32_t end_digest(const Game* game, std::uint8_t running) {
     const auto copy = std::make_unique<Game>(*game);
-    copy->running = 0;
+    copy->running = running;
     return game_digest(copy.get());
 }
 
@@ -79,6 +79,7 @@ struct DemoRecorder {
     Bytes out;
     std::uint32_t event_count;
     bool too_many_events;
+    std::uint8_t last_running;  // as the last recorded frame left it
     std::uint64_t last_flush_ms;
     DemoEvent events[DEMO_MAX_EVENTS];
 };
@@ -131,7 +132,7 @@ void record_flush(DemoRecorder* r) {
 // not load plays exactly like no save at all.
 bool read_start_save(Bytes* save) {
     const char* path = game_default_save_path();
-    if (read_regular_file(path, SAVE_FILE_SIZE, save) != nullptr || save->size() != SAVE_FILE_SIZE) return false;
+    if (read_regular_file(path, SAVE_FILE_SIZE, save) != nullptr) return false;
     const auto scratch = std::make_unique<Game>();
     return game_load(scratch.get(), path);
 }
@@ -143,24 +144,24 @@ bool record_start(DemoRecorder* r, const Game* game) {
     demo_write_header(&r->out, start);
     record_flush(r);
     r->started = !r->failed;
+    r->last_running = game->running;
     r->last_flush_ms = SDL_GetTicks64();
     return r->started;
 }
 
 bool record_close(DemoRecorder* r, const Game* game) {
-    bool ok = false;
     if (r->started && game != nullptr) {
         demo_seal_chunk(&r->writer, &r->out);
-        demo_write_end(r->writer, end_digest(game), &r->out);
+        demo_write_end(r->writer, end_digest(game, r->last_running), &r->out);
         record_flush(r);
-        ok = !r->failed;
     }
-    if (std::fclose(r->file) != 0 && ok) {
+    if (std::fclose(r->file) != 0 && !r->failed) {
         std::fprintf(stderr, "TALVEN: recording to %s stopped: %s\n", r->path, std::strerror(errno));
-        ok = false;
+        r->failed = true;
     }
     // A run that never started leaves no demo behind.
     if (!r->started) std::remove(r->path);
+    const bool ok = r->started && !r->failed;
     delete r;
     return ok;
 }
@@ -210,6 +211,7 @@ void demo_record_frame(DemoRecorder* r, const FrameInput* input, float dt, const
     const bool digest_due = (r->writer.frames + 1) % DEMO_DIGEST_EVERY == 0;
     demo_write_frame(&r->writer, r->events, r->event_count, *input, dt, digest_due ? game_digest(game) : 0);
     r->event_count = 0;
+    r->last_running = game->running;
     const std::uint64_t now = SDL_GetTicks64();
     if (now - r->last_flush_ms >= FLUSH_MS || r->writer.payload.size() >= FLUSH_BYTES) {
         demo_seal_chunk(&r->writer, &r->out);
@@ -373,7 +375,7 @@ bool play_frame(DemoPlayer* p, Game* game, SDL_Window* window, FrameInput* input
 bool play_close(DemoPlayer* p, const Game* game, bool limited) {
     if (game != nullptr && p->diverged_at == 0 && !p->cut_off && !p->window_closed && !limited) {
         if (p->played < p->frames) report_divergence(p, p->played + 1);
-        else if (demo_next(&p->reader, &p->frame) != DemoStep::End || p->reader.end_digest != end_digest(game))
+        else if (demo_next(&p->reader, &p->frame) != DemoStep::End || p->reader.end_digest != game_digest(game))
             report_divergence(p, p->played);
     }
     const bool ok = p->diverged_at == 0;

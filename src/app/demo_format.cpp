@@ -190,7 +190,7 @@ void read_event(Cursor* c, DemoEvent* e) {
         case DEMO_TEXT:
             e->flag = c->byte();
             if (e->flag > DEMO_TEXT_SIZE) c->fail("demo is corrupted (typed text too long)");
-            if (c->ok && c->take(e->flag)) {
+            if (c->take(e->flag)) {
                 std::memcpy(e->text, c->r->data + c->r->pos, e->flag);
                 c->r->pos += e->flag;
             }

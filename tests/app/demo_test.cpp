@@ -8,6 +8,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <climits>
+#include <cstring>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -17,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "app/demo.h"
 #include "app/demo_format.h"
 #include "core/game_digest.h"
 
@@ -112,9 +115,13 @@ TEST(Demo, RecordedSessionsReplayWithEveryDigestMatchingAndNeverTouchTheSave) {
 
 TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
     const std::string file = (SCRATCH / "rec.tvd").string();
-    const Outcome rec = talven("--debug-game --max-frames 65 --record '" + file + "'");
-    EXPECT_EQ(0, rec.exit_code) << rec.output;
-    EXPECT_EQ("demo " + file + ": 65 frames, every digest matches\n", talven("--replay '" + file + "' --verify").output);
+    // From the title, and from the debug world with its autosave off (a screenshot run).
+    for (const std::string& start : {std::string(), "--debug-game --screenshot '" + file + ".bmp' "}) {
+        const Outcome rec = talven(start + "--max-frames 65 --record '" + file + "'");
+        EXPECT_EQ(0, rec.exit_code) << rec.output;
+        EXPECT_EQ("demo " + file + ": 65 frames, every digest matches\n", talven("--replay '" + file + "' --verify").output) << start;
+    }
+    fs::remove(file + ".bmp");
     const Outcome windowed = talven("--replay '" + file + "' --max-frames 20 --screenshot '" + file + ".bmp'");
     EXPECT_EQ(0, windowed.exit_code) << windowed.output;
     EXPECT_EQ(640u * 360u * 4u + 122u, fs::file_size(file + ".bmp"));
@@ -122,6 +129,58 @@ TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
     const Outcome bad = talven("--debug-game --max-frames 5 --record '" + (SCRATCH / "no" / "x.tvd").string() + "'");
     EXPECT_EQ(1, bad.exit_code);
     EXPECT_EQ("TALVEN: cannot record to " + (SCRATCH / "no" / "x.tvd").string() + ": No such file or directory\n", bad.output);
+}
+
+// What the screens read of each event, kept exactly, extremes included; a frame
+// like the one before costs one byte, a digest four more.
+TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
+    const std::string file = (SCRATCH / "events.tvd").string();
+    fs::create_directories(SCRATCH);
+    RunOptions opts{};
+    opts.record = file.c_str();
+    DemoSession demo{};
+    const auto game = std::make_unique<Game>();
+    game->running = 1;
+    ASSERT_TRUE(demo_session_open(&demo, &opts));
+    ASSERT_TRUE(demo_session_start(&demo, game.get()));
+
+    SDL_Event ev[7]{};
+    ev[0].type = SDL_QUIT;
+    ev[1].type = SDL_KEYDOWN, ev[1].key.keysym.sym = -1, ev[1].key.repeat = 1;
+    ev[2].type = SDL_KEYUP;  // the screens ignore it
+    ev[3].type = SDL_TEXTINPUT, std::memset(ev[3].text.text, 'x', sizeof ev[3].text.text);
+    ev[4].type = SDL_MOUSEBUTTONDOWN, ev[4].button.button = 3, ev[4].button.x = INT32_MIN, ev[4].button.y = INT32_MAX;
+    ev[5].type = SDL_MOUSEWHEEL, ev[5].wheel.y = -7;
+    ev[6].type = SDL_MOUSEMOTION;
+    for (const SDL_Event& e : ev) demo_record_event(demo.recorder, &e);
+    const FrameInput input{1, 0, 0, 1, 0, 1, 0, 1, -5, 400};
+    for (int frame = 1; frame <= 60; ++frame) demo_record_frame(demo.recorder, &input, 0.02f, game.get());
+    ASSERT_TRUE(demo_session_close(&demo, game.get(), opts));
+
+    const Bytes bytes = read_all(file);
+    EXPECT_EQ(16u + 9u + (66u + 58u + 5u) + 9u + 8u, bytes.size());
+    DemoReader r{};
+    DemoStart start{};
+    ASSERT_EQ(nullptr, demo_open(&r, bytes.data(), bytes.size(), &start));
+    EXPECT_EQ(false, start.has_save);
+    const auto f = std::make_unique<DemoFrame>();
+    ASSERT_EQ(DemoStep::Frame, demo_next(&r, f.get()));
+    const DemoEvent want[5] = {{DEMO_QUIT, 0, 0, 0, {}}, {DEMO_KEY, 1, -1, 0, {}}, {DEMO_TEXT, 32, 0, 0, {}},
+                               {DEMO_BUTTON, 3, INT32_MIN, INT32_MAX, {}}, {DEMO_WHEEL, 0, -7, 0, {}}};
+    ASSERT_EQ(5u, f->event_count);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(want[i].type, f->events[i].type) << i;
+        EXPECT_EQ(want[i].flag, f->events[i].flag) << i;
+        EXPECT_EQ(want[i].a, f->events[i].a) << i;
+        EXPECT_EQ(want[i].b, f->events[i].b) << i;
+    }
+    EXPECT_EQ(std::string(32, 'x'), std::string(f->events[2].text, 32));
+    for (int frame = 2; frame <= 60; ++frame) ASSERT_EQ(DemoStep::Frame, demo_next(&r, f.get()));
+    EXPECT_EQ(0, std::memcmp(&input, &f->input, sizeof input));
+    EXPECT_EQ(0.02f, f->dt);
+    EXPECT_EQ(game_digest(game.get()), f->digest);
+    EXPECT_EQ(DemoStep::End, demo_next(&r, f.get()));
+    EXPECT_EQ(game_digest(game.get()), r.end_digest);
 }
 
 TEST(Demo, AChangedFrameDivergesAtTheNextDigest) {
@@ -137,6 +196,11 @@ TEST(Demo, AChangedFrameDivergesAtTheNextDigest) {
         EXPECT_EQ(1, r.exit_code) << mode;
         EXPECT_EQ("demo diverges at frame 60\n", r.output) << mode;
     }
+    // Without the QUIT of its last frame the run goes on: only the closing record sees it.
+    const std::string no_quit = write_scratch("no_quit.tvd", rewrite(menus, [](DemoFrame* f) {
+                                    if (f->number == 330) f->event_count = 0;
+                                })).string();
+    EXPECT_EQ("demo diverges at frame 330\n", talven("--replay '" + no_quit + "' --verify").output);
 }
 
 TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
@@ -186,9 +250,10 @@ TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
     fs::create_directories(SCRATCH / "folder.tvd");
     ::mkfifo((SCRATCH / "fifo.tvd").c_str(), 0600);
     fs::resize_file(write_scratch("huge.tvd", menus), 2ull << 30);
+    fs::resize_file(write_scratch("over.tvd", menus), DEMO_MAX_FILE + 1);
     const std::pair<const char*, const char*> files[] = {
         {"missing.tvd", "No such file or directory"}, {"folder.tvd", "not a regular file"},
-        {"fifo.tvd", "not a regular file"}, {"huge.tvd", "too large"},
+        {"fifo.tvd", "not a regular file"}, {"huge.tvd", "too large"}, {"over.tvd", "too large"},
     };
     for (const auto& [name, says] : files) {
         const std::string file = (SCRATCH / name).string();
