@@ -144,7 +144,7 @@ TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
     ASSERT_TRUE(demo_session_open(&demo, &opts));
     ASSERT_TRUE(demo_session_start(&demo, game.get()));
 
-    SDL_Event ev[7]{};
+    SDL_Event ev[8]{};
     ev[0].type = SDL_QUIT;
     ev[1].type = SDL_KEYDOWN, ev[1].key.keysym.sym = -1, ev[1].key.repeat = 1;
     ev[2].type = SDL_KEYUP;  // the screens ignore it
@@ -152,23 +152,25 @@ TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
     ev[4].type = SDL_MOUSEBUTTONDOWN, ev[4].button.button = 3, ev[4].button.x = INT32_MIN, ev[4].button.y = INT32_MAX;
     ev[5].type = SDL_MOUSEWHEEL, ev[5].wheel.y = -7;
     ev[6].type = SDL_MOUSEMOTION;
+    ev[7].type = SDL_KEYDOWN, ev[7].key.keysym.sym = SDLK_e;
     for (const SDL_Event& e : ev) demo_record_event(demo.recorder, &e);
     const FrameInput input{1, 0, 0, 1, 0, 1, 0, 1, -5, 400};
     for (int frame = 1; frame <= 60; ++frame) demo_record_frame(demo.recorder, &input, 0.02f, game.get());
     ASSERT_TRUE(demo_session_close(&demo, game.get(), opts));
 
     const Bytes bytes = read_all(file);
-    EXPECT_EQ(16u + 9u + (66u + 58u + 5u) + 9u + 8u, bytes.size());
+    EXPECT_EQ(16u + 9u + (69u + 58u + 5u) + 9u + 8u, bytes.size());
     DemoReader r{};
     DemoStart start{};
     ASSERT_EQ(nullptr, demo_open(&r, bytes.data(), bytes.size(), &start));
     EXPECT_EQ(false, start.has_save);
     const auto f = std::make_unique<DemoFrame>();
     ASSERT_EQ(DemoStep::Frame, demo_next(&r, f.get()));
-    const DemoEvent want[5] = {{DEMO_QUIT, 0, 0, 0, {}}, {DEMO_KEY, 1, -1, 0, {}}, {DEMO_TEXT, 32, 0, 0, {}},
-                               {DEMO_BUTTON, 3, INT32_MIN, INT32_MAX, {}}, {DEMO_WHEEL, 0, -7, 0, {}}};
-    ASSERT_EQ(5u, f->event_count);
-    for (int i = 0; i < 5; ++i) {
+    const DemoEvent want[6] = {{DEMO_QUIT, 0, 0, 0, {}}, {DEMO_KEY, 1, -1, 0, {}}, {DEMO_TEXT, 32, 0, 0, {}},
+                               {DEMO_BUTTON, 3, INT32_MIN, INT32_MAX, {}}, {DEMO_WHEEL, 0, -7, 0, {}},
+                               {DEMO_KEY, 0, SDLK_e, 0, {}}};
+    ASSERT_EQ(6u, f->event_count);
+    for (int i = 0; i < 6; ++i) {
         EXPECT_EQ(want[i].type, f->events[i].type) << i;
         EXPECT_EQ(want[i].flag, f->events[i].flag) << i;
         EXPECT_EQ(want[i].a, f->events[i].a) << i;
@@ -225,6 +227,7 @@ TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
         {"chunk size", [&](Bytes* b) { put_u32(b, first_chunk + 1, 1u << 21); }, "demo is corrupted (a chunk's size)"},
         {"cut mid-chunk", [](Bytes* b) { b->resize(b->size() - 3); }, "cut off (the recording never closed); replay it without --verify"},
         {"no closing record", [](Bytes* b) { b->resize(b->size() - 17); }, "cut off (the recording never closed); replay it without --verify"},
+        {"closing count", [](Bytes* b) { (*b)[b->size() - 8] ^= 1; reseal_chunk(b, b->size() - 17); }, "demo is corrupted (its closing record)"},
         {"bytes after the end", [](Bytes* b) { b->push_back(0); }, "demo is corrupted (bytes after its closing record)"},
         {"frame flags", [&](Bytes* b) { (*b)[first_chunk + 9] |= 0x80; reseal_chunk(b, first_chunk); }, "demo is corrupted (a frame's flags)"},
         {"digest out of step", [&](Bytes* b) { (*b)[first_chunk + 9] |= 0x10; reseal_chunk(b, first_chunk); }, "demo is corrupted (digests out of step)"},
