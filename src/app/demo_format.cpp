@@ -226,7 +226,7 @@ bool read_frame(Cursor* c, DemoFrame* f) {
     if ((flags & HAS_DT) != 0) dt_bits = c->word();
     f->dt = std::bit_cast<float>(dt_bits);
     // A measured frame time is never negative, infinite or not a number.
-    if (!(f->dt >= 0.0f && f->dt < 1e9f)) return c->fail("demo is corrupted (a frame time)");
+    if (!std::isfinite(f->dt) || f->dt < 0.0f) return c->fail("demo is corrupted (a frame time)");
     f->has_digest = (flags & HAS_DIGEST) != 0;
     if (f->has_digest != (f->number % DEMO_DIGEST_EVERY == 0)) return c->fail("demo is corrupted (digests out of step)");
     f->digest = f->has_digest ? c->word() : 0;
@@ -271,7 +271,7 @@ DemoStep demo_next(DemoReader* r, DemoFrame* frame) {
         const u8* head = r->data + r->pos;
         const u32 payload = get_u32(head + 1);
         if (head[0] != CHUNK_FRAMES && head[0] != CHUNK_END) return c.fail("demo is corrupted (a chunk's kind)"), DemoStep::Bad;
-        if (payload == 0 || payload > DEMO_MAX_CHUNK) return c.fail("demo is corrupted (a chunk's size)"), DemoStep::Bad;
+        if (payload > DEMO_MAX_CHUNK) return c.fail("demo is corrupted (a chunk's size)"), DemoStep::Bad;
         if (left - DEMO_CHUNK_HEAD < payload) return DemoStep::CutOff;
         u32 sum = fnv1a(head, 5);
         sum = fnv1a(head + DEMO_CHUNK_HEAD, payload, sum);

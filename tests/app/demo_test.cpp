@@ -36,9 +36,14 @@ struct Outcome {
 
 const fs::path SCRATCH = fs::temp_directory_path() / ("talven-demo-" + std::to_string(::getpid()));
 
-Outcome talven(const std::string& args) {
+// `save`: the player's save file before the run.
+Outcome talven(const std::string& args, const std::vector<std::uint8_t>& save = {}) {
     const fs::path home = SCRATCH / "home";
-    fs::create_directories(home);
+    fs::create_directories(home / "duskwell" / "talven");
+    if (!save.empty()) {
+        std::ofstream(home / "duskwell" / "talven" / "talven_world.tvw", std::ios::binary)
+            .write(reinterpret_cast<const char*>(save.data()), static_cast<std::streamsize>(save.size()));
+    }
     const std::string cmd = "cd '" + SCRATCH.string() + "' && env XDG_DATA_HOME='" + home.string() +
                             "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE "' " + args + " 2>&1";
     Outcome r{-1, {}, false};
@@ -125,6 +130,15 @@ TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
     const Outcome windowed = talven("--replay '" + file + "' --max-frames 20 --screenshot '" + file + ".bmp'");
     EXPECT_EQ(0, windowed.exit_code) << windowed.output;
     EXPECT_EQ(640u * 360u * 4u + 122u, fs::file_size(file + ".bmp"));
+    // The save found at the start goes in only when it loads: one that does not plays like none.
+    Bytes save = read_all(demo("death_and_respawn.tvd"));
+    save = Bytes(save.begin() + 16, save.begin() + 16 + 82180);
+    for (const bool good : {true, false}) {
+        if (!good) save[100] ^= 1;
+        talven("--max-frames 2 --record '" + file + "'", save);
+        // Header, save, one chunk of two frames (the first with its frame time), the closing record.
+        EXPECT_EQ((good ? 16u + 82180u : 16u) + (9u + 5u + 1u) + (9u + 8u), fs::file_size(file)) << good;
+    }
     // A recording that cannot start leaves nothing and starts nothing.
     const Outcome bad = talven("--debug-game --max-frames 5 --record '" + (SCRATCH / "no" / "x.tvd").string() + "'");
     EXPECT_EQ(1, bad.exit_code);
@@ -203,6 +217,11 @@ TEST(Demo, AChangedFrameDivergesAtTheNextDigest) {
                                     if (f->number == 330) f->event_count = 0;
                                 })).string();
     EXPECT_EQ("demo diverges at frame 330\n", talven("--replay '" + no_quit + "' --verify").output);
+    // Keys held down to repeat: the menus act on a first press only.
+    const std::string repeats = write_scratch("repeats.tvd", rewrite(menus, [](DemoFrame* f) {
+                                    for (std::uint32_t i = 0; i < f->event_count; ++i) f->events[i].flag = f->events[i].type == DEMO_KEY;
+                                })).string();
+    EXPECT_EQ("demo diverges at frame 60\n", talven("--replay '" + repeats + "' --verify").output);
 }
 
 TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
@@ -239,6 +258,28 @@ TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
         const Outcome r = talven("--replay '" + file + "' --verify");
         EXPECT_EQ(1, r.exit_code) << c.name;
         EXPECT_EQ("TALVEN: demo " + file + ": " + c.says + "\n", r.output) << c.name;
+    }
+
+    // One chunk with one damaged frame, under a good checksum.
+    const std::pair<Bytes, const char*> frames[] = {
+        {{0x01}, "a frame runs past its chunk"},
+        {{0x01, 0x00}, "an event count"},
+        {{0x01, 0x81, 0x08}, "an event count"},
+        {{0x01, 0xFF, 0xFF, 0xFF, 0xFF, 0x1F}, "a number is too long"},
+        {{0x01, 0x01, 0x09}, "an unknown event"},
+        {{0x01, 0x01, 0x01, 0x00, 0x02}, "a key's repeat flag"},
+        {{0x01, 0x01, 0x02, 33}, "typed text too long"},
+        {{0x08, 0x00, 0x00, 0x80, 0x7F}, "a frame time"},
+        {{0x08, 0x00, 0x00, 0x80, 0xBF}, "a frame time"},
+    };
+    for (const auto& [payload, says] : frames) {
+        Bytes bytes;
+        demo_write_header(&bytes, DemoStart{});
+        DemoWriter w{};
+        w.payload = payload;
+        demo_seal_chunk(&w, &bytes);
+        const std::string file = write_scratch("frame.tvd", bytes).string();
+        EXPECT_EQ("TALVEN: demo " + file + ": demo is corrupted (" + says + ")\n", talven("--replay '" + file + "' --verify").output);
     }
 
     // A save inside the demo that the save loader refuses (a wrong save version).
