@@ -36,15 +36,15 @@ struct Outcome {
 
 const fs::path SCRATCH = fs::temp_directory_path() / ("talven-demo-" + std::to_string(::getpid()));
 
-// `save`: the player's save file before the run.
-Outcome talven(const std::string& args, const std::vector<std::uint8_t>& save = {}) {
+// `save`: the player's save file before the run; `limits`: shell commands run first.
+Outcome talven(const std::string& args, const std::vector<std::uint8_t>& save = {}, const std::string& limits = "") {
     const fs::path home = SCRATCH / "home";
     fs::create_directories(home / "duskwell" / "talven");
     if (!save.empty()) {
         std::ofstream(home / "duskwell" / "talven" / "talven_world.tvw", std::ios::binary)
             .write(reinterpret_cast<const char*>(save.data()), static_cast<std::streamsize>(save.size()));
     }
-    const std::string cmd = "cd '" + SCRATCH.string() + "' && env XDG_DATA_HOME='" + home.string() +
+    const std::string cmd = "cd '" + SCRATCH.string() + "' && " + limits + "env XDG_DATA_HOME='" + home.string() +
                             "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE "' " + args + " 2>&1";
     Outcome r{-1, {}, false};
     FILE* pipe = ::popen(cmd.c_str(), "r");
@@ -84,8 +84,9 @@ void reseal_chunk(Bytes* b, std::size_t at) {
     put_u32(b, at + 5, fnv1a(b->data() + at + 9, size, fnv1a(b->data() + at, 5)));
 }
 
-// Every frame of a demo written again into one chunk, with `change` applied to each.
-Bytes rewrite(const Bytes& in, const std::function<void(DemoFrame*)>& change) {
+// Every frame of a demo written again into one chunk, with `change` applied to
+// each, then `more` quiet frames.
+Bytes rewrite(const Bytes& in, const std::function<void(DemoFrame*)>& change, int more = 0) {
     DemoReader r{};
     DemoStart start{};
     EXPECT_EQ(nullptr, demo_open(&r, in.data(), in.size(), &start));
@@ -97,6 +98,7 @@ Bytes rewrite(const Bytes& in, const std::function<void(DemoFrame*)>& change) {
         change(f.get());
         demo_write_frame(&w, f->events, f->event_count, f->input, f->dt, f->digest);
     }
+    for (int i = 0; i < more; ++i) demo_write_frame(&w, nullptr, 0, f->input, f->dt, 0);
     demo_seal_chunk(&w, &out);
     demo_write_end(w, r.end_digest, &out);
     return out;
@@ -139,10 +141,22 @@ TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
         // Header, save, one chunk of two frames (the first with its frame time), the closing record.
         EXPECT_EQ((good ? 16u + 82180u : 16u) + (9u + 5u + 1u) + (9u + 8u), fs::file_size(file)) << good;
     }
-    // A recording that cannot start leaves nothing and starts nothing.
-    const Outcome bad = talven("--debug-game --max-frames 5 --record '" + (SCRATCH / "no" / "x.tvd").string() + "'");
-    EXPECT_EQ(1, bad.exit_code);
-    EXPECT_EQ("TALVEN: cannot record to " + (SCRATCH / "no" / "x.tvd").string() + ": No such file or directory\n", bad.output);
+    // A recording that cannot start says why, starts nothing and leaves nothing.
+    const std::string home_save = (SCRATCH / "home" / "duskwell" / "talven" / "talven_world.tvw").string();
+    const struct {
+        std::string file, limits, says;
+    } refused[] = {
+        {(SCRATCH / "no" / "x.tvd").string(), "", "cannot record to " + (SCRATCH / "no" / "x.tvd").string() + ": No such file or directory"},
+        {home_save, "", "cannot record to " + home_save + ": that is the save file"},
+        {file, "trap '' XFSZ; ulimit -f 0; ", "recording to " + file + " stopped: File too large"},
+    };
+    for (const auto& c : refused) {
+        fs::remove(file);
+        const Outcome bad = talven("--debug-game --max-frames 5 --record '" + c.file + "'", save, c.limits);
+        EXPECT_EQ(1, bad.exit_code) << c.says;
+        EXPECT_EQ("TALVEN: " + c.says + "\n", bad.output);
+        EXPECT_EQ(false, fs::exists(file)) << c.says;
+    }
 }
 
 // What the screens read of each event, kept exactly, extremes included; a frame
@@ -169,8 +183,13 @@ TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
     ev[7].type = SDL_KEYDOWN, ev[7].key.keysym.sym = SDLK_e;
     for (const SDL_Event& e : ev) demo_record_event(demo.recorder, &e);
     const FrameInput input{1, 0, 0, 1, 0, 1, 0, 1, -5, 400};
-    for (int frame = 1; frame <= 60; ++frame) demo_record_frame(demo.recorder, &input, 0.02f, game.get());
+    for (int frame = 1; frame <= 60; ++frame) {
+        game->running = frame < 60;  // the last frame quits
+        demo_record_frame(demo.recorder, &input, 0.02f, game.get());
+    }
+    game->running = 1;  // the closing digest still sees the last frame's 0
     ASSERT_TRUE(demo_session_close(&demo, game.get(), opts));
+    game->running = 0;
 
     const Bytes bytes = read_all(file);
     EXPECT_EQ(16u + 9u + (69u + 58u + 5u) + 9u + 8u, bytes.size());
@@ -197,6 +216,13 @@ TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
     EXPECT_EQ(game_digest(game.get()), f->digest);
     EXPECT_EQ(DemoStep::End, demo_next(&r, f.get()));
     EXPECT_EQ(game_digest(game.get()), r.end_digest);
+
+    // More events in one frame than a demo holds: the recording stops, and says so.
+    ASSERT_TRUE(demo_session_open(&demo, &opts));
+    ASSERT_TRUE(demo_session_start(&demo, game.get()));
+    for (std::uint32_t i = 0; i <= DEMO_MAX_EVENTS; ++i) demo_record_event(demo.recorder, &ev[0]);
+    demo_record_frame(demo.recorder, &input, 0.02f, game.get());
+    EXPECT_EQ(false, demo_session_close(&demo, game.get(), opts));
 }
 
 TEST(Demo, AChangedFrameDivergesAtTheNextDigest) {
@@ -217,6 +243,9 @@ TEST(Demo, AChangedFrameDivergesAtTheNextDigest) {
                                     if (f->number == 330) f->event_count = 0;
                                 })).string();
     EXPECT_EQ("demo diverges at frame 330\n", talven("--replay '" + no_quit + "' --verify").output);
+    // The replayed run quits while the demo goes on.
+    const std::string longer = write_scratch("longer.tvd", rewrite(menus, [](DemoFrame*) {}, 5)).string();
+    EXPECT_EQ("demo diverges at frame 331\n", talven("--replay '" + longer + "' --verify").output);
     // Keys held down to repeat: the menus act on a first press only.
     const std::string repeats = write_scratch("repeats.tvd", rewrite(menus, [](DemoFrame* f) {
                                     for (std::uint32_t i = 0; i < f->event_count; ++i) f->events[i].flag = f->events[i].type == DEMO_KEY;
