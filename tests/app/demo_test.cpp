@@ -109,7 +109,7 @@ Bytes rewrite(const Bytes& in, const std::function<void(DemoFrame*)>& change, in
 TEST(Demo, RecordedSessionsReplayWithEveryDigestMatchingAndNeverTouchTheSave) {
     const std::pair<const char*, int> sessions[] = {
         {"night_fight.tvd", 957}, {"glow_crystal_iron_pick.tvd", 1309},
-        {"death_and_respawn.tvd", 414}, {"save_and_load_menus.tvd", 330},
+        {"death_and_respawn.tvd", 414}, {"save_and_load_menus.tvd", 330}, {"inventory_clicks.tvd", 124},
     };
     for (const auto& [name, frames] : sessions) {
         const std::string path = demo(name).string();
