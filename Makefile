@@ -47,8 +47,9 @@ soak: build-sanitize
 bench: build
 	./$(BUILD)/talven_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 
-# Fuzz the save loader under ASan+UBSan with clang's libFuzzer for FUZZ_SECONDS.
-# New inputs and any crash go to FUZZ_CORPUS; the generated seeds stay in the build.
+# Fuzz the save loader, then the demo reader, under ASan+UBSan with clang's libFuzzer
+# for FUZZ_SECONDS each. New inputs and any crash go to FUZZ_CORPUS (the demo
+# reader's to FUZZ_CORPUS-demo); the seeds stay in the build.
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_CORPUS  ?= fuzz-corpus
 FUZZ_SECONDS ?= 600
@@ -62,6 +63,10 @@ fuzz:
 	UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 ./$(FUZZ_BUILD)/talven_fuzz_load \
 	  -max_total_time=$(FUZZ_SECONDS) -max_len=82260 -print_final_stats=1 \
 	  -artifact_prefix=$(FUZZ_CORPUS)/ $(FUZZ_CORPUS) $(FUZZ_BUILD)/fuzz-seeds
+	mkdir -p $(FUZZ_CORPUS)-demo
+	UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 ./$(FUZZ_BUILD)/talven_fuzz_demo \
+	  -max_total_time=$(FUZZ_SECONDS) -max_len=131072 -print_final_stats=1 \
+	  -artifact_prefix=$(FUZZ_CORPUS)-demo/ $(FUZZ_CORPUS)-demo $(FUZZ_BUILD)/fuzz-demo-seeds
 
 # Built with Debian's own compiler and linker flags (all hardening on), installed
 # under /usr, packed by CPack with the dependencies dpkg-shlibdeps finds (it needs

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <memory>
 
+#include "app/demo.h"
 #include "app/frame_pacing.h"
 #include "app/frame_step.h"
 #include "app/options.h"
@@ -119,7 +120,7 @@ struct LoopResult {
     bool screenshot_ok;
 };
 
-LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
+LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video, DemoSession* demo) {
     FrameInput input{};
     FrameTimer timer{SDL_GetPerformanceCounter(), opts.fixed_step};
     LoopResult result{opts.screenshot == nullptr};
@@ -129,7 +130,7 @@ LoopResult run_frames(Game* game, const RunOptions& opts, const Video& video) {
 
     while (game->running) {
         pass_on_hang_up();
-        frame_step(game, video.window, &input, &timer, &canvas);
+        if (!demo_session_step(demo, game, video.window, &input, &timer, &canvas)) break;
 
         canvas_begin_frame(&canvas);
         render_game(video.renderer, game, &input, title_save_exists(game));
@@ -177,8 +178,15 @@ int app_main(int argc, char** argv) {
         case OptionsAction::Run: break;
     }
 
+    if (opts.replay != nullptr && opts.verify) return demo_verify(opts.replay);
+    DemoSession demo{};
+    if (!demo_session_open(&demo, &opts)) return 1;
+
     Video video{};
-    if (!open_video(opts, &video)) return 1;
+    if (!open_video(opts, &video)) {
+        demo_session_close(&demo, nullptr, opts);
+        return 1;
+    }
     report_save_fallback();
 
     // One record for the whole run (about 95 KB), allocated once, off the stack.
@@ -190,8 +198,15 @@ int app_main(int argc, char** argv) {
         game->autosave_off = opts.screenshot != nullptr ? 1 : 0;
     }
 
-    const LoopResult loop = run_frames(game, opts, video);
+    if (!demo_session_start(&demo, game)) {
+        demo_session_close(&demo, nullptr, opts);
+        close_video(&video);
+        return 1;
+    }
+
+    const LoopResult loop = run_frames(game, opts, video, &demo);
     const bool save_ok = save_at_exit(game, opts);
+    const bool demo_ok = demo_session_close(&demo, game, opts);
     close_video(&video);
-    return (loop.screenshot_ok && save_ok) ? 0 : 1;
+    return (loop.screenshot_ok && save_ok && demo_ok) ? 0 : 1;
 }

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-const char USAGE_TEXT[] = "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version";
+const char USAGE_TEXT[] = "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n  --version\n  --record FILE\n  --replay FILE\n  --verify";
 const char VERSION_TEXT[] = "talven " TALVEN_VERSION;
 
 namespace {
@@ -29,6 +29,7 @@ OptionsAction parse_options(int argc, const char* const* argv, EnvLookup env, Ru
     // An empty screenshot path still means screenshot mode (its write then fails).
     if (const char* v = env("TALVEN_SCREENSHOT"); v != nullptr) out->screenshot = v;
     if (const char* v = env("TALVEN_DEBUG_GAME"); set_and_not_empty(v)) out->debug_game = read_int(v) != 0;
+    if (const char* v = env("TALVEN_RECORD"); set_and_not_empty(v)) out->record = v;
 
     for (int i = 1; i < argc; ++i) {
         const char* arg = argv[i];
@@ -42,6 +43,12 @@ OptionsAction parse_options(int argc, const char* const* argv, EnvLookup env, Ru
             out->screenshot = argv[++i];
         } else if (std::strcmp(arg, "--debug-game") == 0) {
             out->debug_game = true;
+        } else if (std::strcmp(arg, "--record") == 0 && has_value) {
+            out->record = argv[++i];
+        } else if (std::strcmp(arg, "--replay") == 0 && has_value) {
+            out->replay = argv[++i];
+        } else if (std::strcmp(arg, "--verify") == 0) {
+            out->verify = true;
         }
     }
 

@@ -22,7 +22,9 @@ std::string summary(OptionsAction action, const RunOptions& o) {
     if (action == OptionsAction::Version) return "version";
     if (action == OptionsAction::Selftest) return "selftest";
     return "frames " + std::to_string(o.max_frames) + (o.screenshot ? " shot '" + std::string(o.screenshot) + "'" : "") +
-           (o.debug_game ? " debug" : "") + (o.fixed_step ? " fixed" : "");
+           (o.debug_game ? " debug" : "") + (o.fixed_step ? " fixed" : "") +
+           (o.record ? " record '" + std::string(o.record) + "'" : "") +
+           (o.replay ? " replay '" + std::string(o.replay) + "'" : "") + (o.verify ? " verify" : "");
 }
 
 struct Case {
@@ -58,6 +60,12 @@ const Case CASES[] = {
     {{"--selftest", "--version"}, {}, "selftest"},
     {{"--screenshot", "--version", "-v", "--Version"}, {}, "frames 3 shot '--version' fixed"},
     {{"--bogus", "-h", "--HELP", "--selftest", "--help"}, {}, "selftest"},
+    // Demos: the option wins over its variable, which counts only when not empty.
+    {{}, {{"TALVEN_RECORD", ""}}, "frames 0"},
+    {{}, {{"TALVEN_RECORD", "env.tvd"}}, "frames 0 record 'env.tvd'"},
+    {{"--record", "arg.tvd"}, {{"TALVEN_RECORD", "env.tvd"}}, "frames 0 record 'arg.tvd'"},
+    {{"--replay", "--verify", "--record"}, {}, "frames 0 replay '--verify'"},
+    {{"--verify", "--replay", "r.tvd"}, {}, "frames 0 replay 'r.tvd' verify"},
 };
 
 TEST(Options, ParsesEnvironmentThenArguments) {
