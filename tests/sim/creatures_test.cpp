@@ -19,8 +19,8 @@ Creature& put(Game& g, int slot, float dx, std::int32_t kind = 0) {
 }  // namespace
 
 // Fourteen to twenty-two tiles to either side; near a world edge only columns
-// 3..508 take one (refused, not mirrored). How a new creature starts out is
-// pinned by the play test's digests.
+// 3..508 take one (refused, not mirrored). The rest of how a new creature
+// starts out is pinned by the play test's digests.
 TEST_F(Creatures, SpawnColumnsKeepClearOfTheWorldEdges) {
     fixtures::arena(g, 1, 80, 60, 100);  // standing room on row 99 beats any cave below
     fixtures::arena(g, 451, 80, 510, 100);
@@ -30,7 +30,10 @@ TEST_F(Creatures, SpawnColumnsKeepClearOfTheWorldEdges) {
         fixtures::stand_player(g, col, 101);
         for (g.tick = 1; g.tick <= 300; ++g.tick) {
             g.creatures[0].alive = 0;
-            if (creatures_try_spawn(&g)) columns.insert(static_cast<int>(g.creatures[0].x) / 16);
+            if (!creatures_try_spawn(&g)) continue;
+            const Creature& c = g.creatures[0];
+            columns.insert(static_cast<int>(c.x) / 16);
+            EXPECT_EQ(c.x < g.player.x ? 1 : -1, c.dir);  // drawn facing the player before its first step
         }
     }
     EXPECT_EQ(want, columns);
