@@ -58,13 +58,15 @@ TEST_F(Creatures, SpawnRowIsTheNearestStandingRoomInTheBandWithTheHigherWinningA
 TEST_F(Creatures, ContactHurtsOnceAndEveryTouchingCreatureSpendsItsAttack) {
     const Creature& first = put(g, 0, 5.0f, 1);
     const Creature& second = put(g, 1, -5.0f, 0);
-    const Creature& beside = put(g, 2, 12.0f);  // edges meeting is not contact
+    const Creature& beside = put(g, 2, 12.0f);  // edges meeting is not contact, on either side
+    const Creature& left = put(g, 3, -14.0f);
     g.player.hp = 3;
     creatures_step(&g, 0.0f);  // with dt 0 nobody moves
     EXPECT_EQ(1, g.player.hp) << "one hp left is still alive";
     EXPECT_EQ(1.0f, first.hit_cooldown);
     EXPECT_EQ(1.0f, second.hit_cooldown);
     EXPECT_EQ(0.0f, beside.hit_cooldown);
+    EXPECT_EQ(0.0f, left.hit_cooldown);
     EXPECT_EQ(-125.0f, g.player.vx);  // away from the first creature; the rest of a hit is in the play digests
 }
 
