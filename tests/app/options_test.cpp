@@ -53,9 +53,7 @@ const Case CASES[] = {
     {{"--screenshot", "--selftest"}, {}, "frames 3 shot '--selftest' fixed"},
     {{"--max-frames"}, {{"TALVEN_MAX_FRAMES", "4"}}, "frames 4 fixed"},
     {{"--screenshot"}, {}, "frames 0"},
-    // The first of the stop words wins; near misses are ignored.
-    {{"--help", "--selftest"}, {}, "help"},
-    {{"--debug-game", "--version", "--help"}, {}, "version"},
+    // The first of the stop words wins (the program test runs two more orders); near misses are ignored.
     {{"--help", "--version"}, {}, "help"},
     {{"--selftest", "--version"}, {}, "selftest"},
     {{"--screenshot", "--version", "-v", "--Version"}, {}, "frames 3 shot '--version' fixed"},

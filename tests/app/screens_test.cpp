@@ -11,7 +11,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <utility>
 
 #include "save/save_path.h"
@@ -193,6 +192,8 @@ TEST_F(Screens, OnlyTheSlotGridTakesClicksInViewPixels) {
     EXPECT_EQ(g->player.selected, 0u);
     click(SDL_BUTTON_LEFT, 48 + 34 * 6 + 33, 115);  // corner of cell 6, outside the drawn slot
     EXPECT_EQ(g->player.selected, 6u);
+    click(SDL_BUTTON_LEFT, 48, 76);  // slot 0 is a slot too
+    EXPECT_EQ(g->player.selected, 0u);
 }
 
 // Window w, h, pointer x, y, view x, y; -0.5 and 0.5 both go to 0.

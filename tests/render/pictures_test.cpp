@@ -92,7 +92,8 @@ TEST(Pictures, EveryScreenAsAPlayerSeesIt) {
         game_new(g.get(), SEED, "QA WORLD");
         pic.set_up({*g, g->spawn_x, g->spawn_y + 3, static_cast<float>((g->spawn_y + 3) * 16)});
         Canvas canvas;
-        render_frame(canvas.renderer, *g, {0, 0, 0, 0, 0, 0, 0, 0, pic.pointer_x, pic.pointer_y}, pic.save_exists);
+        const FrameInput in{0, 0, 0, 0, 0, 0, 0, 0, pic.pointer_x, pic.pointer_y};
+        render_game(canvas.renderer, g.get(), &in, pic.save_exists);  // the title is told whether a save exists
         SDL_RenderFlush(canvas.renderer);
         expect_picture(pic.digest, canvas.surface, pic.name);
     }

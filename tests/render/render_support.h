@@ -58,8 +58,3 @@ struct Canvas {
         SDL_FreeSurface(surface);
     }
 };
-
-// A whole frame as the main loop draws it; the title is told whether a save exists.
-inline void render_frame(SDL_Renderer* r, const Game& g, const FrameInput& in, bool save_exists) {
-    render_game(r, &g, &in, save_exists);
-}

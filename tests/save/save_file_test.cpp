@@ -1,6 +1,7 @@
-// The save file: its bytes pinned by a digest, the round trip, the files the loader must
-// refuse (with the live game untouched), and saves that cannot complete.
+// The save file: where it goes, its bytes pinned by a digest, the round trip, the files
+// the loader must refuse (with the live game untouched), and saves that cannot complete.
 #include "save/save_file.h"
+#include "save/save_path.h"
 
 #include <gtest/gtest.h>
 #include <grp.h>
@@ -8,6 +9,7 @@
 
 #include <cmath>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 
@@ -19,12 +21,33 @@ namespace {
 
 using namespace save_test;
 
-constexpr std::size_t FILE_SIZE = SAVE_FILE_SIZE;
 constexpr std::size_t NAME_LAST_BYTE_AT = 55;
 constexpr std::size_t TILES_AT = 260;
 constexpr std::size_t BEDROCK_TILE_AT = TILES_AT + 159 * WORLD_W + 20;  // the bottom row is all bedrock
 // Exit status of a child that could not give up root; the test is then skipped.
 constexpr int CANNOT_DROP_ROOT = 77;
+
+// Builds the path in a child with XDG_DATA_HOME as given (null = unset) and HOME
+// unset, so the test process keeps its own environment.
+bool path_is(const char* data_home, const std::string& want) {
+    return run_in_child([&] {
+        data_home != nullptr ? setenv("XDG_DATA_HOME", data_home, 1) : unsetenv("XDG_DATA_HOME");
+        unsetenv("HOME");
+        char out[1024];
+        build_save_path(out, sizeof out);
+        if (want == out) return 0;
+        std::fprintf(stderr, "save path: %s\n", out);
+        return 1;
+    }) == 0;
+}
+
+TEST(SavePath, InTheUsersDataFolderElseTheBareName) {
+    ScratchDir dir;
+    const std::string data = dir.file("data");
+    EXPECT_TRUE(path_is(data.c_str(), data + "/duskwell/talven/talven_world.tvw"));
+    EXPECT_TRUE(fs::is_directory(data + "/duskwell/talven"));
+    EXPECT_TRUE(path_is(nullptr, "talven_world.tvw"));
+}
 
 // Every saved field at its highest legal value, multi-byte values with differing
 // bytes so a swapped or shifted field shows.
@@ -53,7 +76,7 @@ protected:
         std::memcpy(before.get(), live.get(), sizeof(Game));
         ASSERT_TRUE(game_save(base.get(), path.c_str()));
         valid = read_bytes(path);
-        ASSERT_EQ(valid.size(), FILE_SIZE);
+        ASSERT_EQ(valid.size(), SAVE_FILE_SIZE);
         base->day = 7;  // so that a later save differs from the valid file
     }
 
@@ -83,7 +106,7 @@ protected:
 TEST_F(SaveFile, RoundTripThroughTheFileLayoutKeepsSavedFieldsAndResetsTheRest) {
     std::memset(base.get(), 0x5A, sizeof(Game));  // junk in every field a load must reset
     set_saved_fields(*base);
-    ASSERT_TRUE(write_bytes(path + ".tmp", Bytes(FILE_SIZE + 999, 0x42)));  // a crash's leftover is replaced
+    ASSERT_TRUE(write_bytes(path + ".tmp", Bytes(SAVE_FILE_SIZE + 999, 0x42)));  // a crash's leftover is replaced
     ASSERT_TRUE(game_save(base.get(), path.c_str()));
     EXPECT_FALSE(fs::exists(path + ".tmp"));
 
@@ -138,7 +161,7 @@ const LoadCase LOAD_CASES[] = {
     // The loader ends the name with NUL before hashing, so this byte is free.
     {"name's last byte", nullptr, [](Bytes& b) { b[NAME_LAST_BYTE_AT] = 'Z'; }, true},
     {"one byte short", nullptr, [](Bytes& b) { b.pop_back(); }, false},
-    {"extra bytes", nullptr, [](Bytes& b) { b.resize(FILE_SIZE + 5000, 0xEE); }, true},
+    {"extra bytes", nullptr, [](Bytes& b) { b.resize(SAVE_FILE_SIZE + 5000, 0xEE); }, true},
 };
 
 TEST_F(SaveFile, LoadRefusesBadFilesAndLeavesTheGameAlone) {
@@ -161,26 +184,19 @@ TEST_F(SaveFile, LoadRefusesBadFilesAndLeavesTheGameAlone) {
     EXPECT_FALSE(game_load(live.get(), dir.file("missing.tvw").c_str()));
 }
 
-TEST_F(SaveFile, NothingIsWrittenWithoutAnOpenWorld) {
-    base->world_open = 0;
+// A folder at the save path is among the hardening cases.
+TEST_F(SaveFile, FailedSavesKeepThePreviousOne) {
+    base->world_open = 0;  // nothing is written without an open world
     EXPECT_FALSE(game_save(base.get(), path.c_str()));
     expect_old_save_intact(path);
-}
-
-TEST_F(SaveFile, FailedSavesKeepThePreviousOne) {
+    base->world_open = 1;
     // A write cut one byte short, SIGXFSZ ignored so that fwrite or fflush reports it.
     EXPECT_EQ(run_in_child([&] {
                   std::signal(SIGXFSZ, SIG_IGN);
-                  const rlimit cap{FILE_SIZE - 1, FILE_SIZE - 1};
+                  const rlimit cap{SAVE_FILE_SIZE - 1, SAVE_FILE_SIZE - 1};
                   return setrlimit(RLIMIT_FSIZE, &cap) != 0 ? 2 : game_save(base.get(), path.c_str()) ? 1 : 0;
               }), 0) << "a cut save claimed success";
     expect_old_save_intact(path);
-
-    const std::string onto_folder = dir.file("folder.tvw");
-    ASSERT_TRUE(fs::create_directory(onto_folder));
-    EXPECT_FALSE(game_save(base.get(), onto_folder.c_str()));
-    EXPECT_TRUE(fs::is_directory(onto_folder));
-    EXPECT_FALSE(fs::exists(onto_folder + ".tmp"));
 
     const fs::path locked = dir.path / "locked";
     const std::string in_locked = (locked / "world.tvw").string();

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <set>
 
 #include "sim/creatures.h"
@@ -19,8 +18,9 @@ Creature& put(Game& g, int slot, float dx, std::int32_t kind = 0) {
 
 }  // namespace
 
-// Fourteen to twenty-two tiles to either side, toward the player; near a world edge
-// only columns 3..508 take one (refused, not mirrored).
+// Fourteen to twenty-two tiles to either side; near a world edge only columns
+// 3..508 take one (refused, not mirrored). The rest of how a new creature
+// starts out is pinned by the play test's digests.
 TEST_F(Creatures, SpawnColumnsKeepClearOfTheWorldEdges) {
     fixtures::arena(g, 1, 80, 60, 100);  // standing room on row 99 beats any cave below
     fixtures::arena(g, 451, 80, 510, 100);
@@ -32,13 +32,8 @@ TEST_F(Creatures, SpawnColumnsKeepClearOfTheWorldEdges) {
             g.creatures[0].alive = 0;
             if (!creatures_try_spawn(&g)) continue;
             const Creature& c = g.creatures[0];
-            const int toward = c.x < g.player.x ? 1 : -1;
             columns.insert(static_cast<int>(c.x) / 16);
-            EXPECT_EQ(1.0f, std::fmod(c.x, 16.0f));
-            EXPECT_EQ(1600.0f, c.y);
-            EXPECT_EQ(20.0f * static_cast<float>(toward), c.vx);
-            EXPECT_EQ(toward, c.dir);
-            EXPECT_EQ(c.kind ? 7 : 5, c.hp);
+            EXPECT_EQ(c.x < g.player.x ? 1 : -1, c.dir);  // drawn facing the player before its first step
         }
     }
     EXPECT_EQ(want, columns);
@@ -63,15 +58,16 @@ TEST_F(Creatures, SpawnRowIsTheNearestStandingRoomInTheBandWithTheHigherWinningA
 TEST_F(Creatures, ContactHurtsOnceAndEveryTouchingCreatureSpendsItsAttack) {
     const Creature& first = put(g, 0, 5.0f, 1);
     const Creature& second = put(g, 1, -5.0f, 0);
-    const Creature& beside = put(g, 2, 12.0f);  // edges meeting is not contact
+    const Creature& beside = put(g, 2, 12.0f);  // edges meeting is not contact, on either side
+    const Creature& left = put(g, 3, -14.0f);
+    g.player.hp = 3;
     creatures_step(&g, 0.0f);  // with dt 0 nobody moves
-    EXPECT_EQ(8, g.player.hp);
-    EXPECT_EQ(1.0f, g.player.hurt_timer);
+    EXPECT_EQ(1, g.player.hp) << "one hp left is still alive";
     EXPECT_EQ(1.0f, first.hit_cooldown);
     EXPECT_EQ(1.0f, second.hit_cooldown);
     EXPECT_EQ(0.0f, beside.hit_cooldown);
-    EXPECT_EQ(-125.0f, g.player.vx);  // away from the first creature
-    EXPECT_EQ(-120.0f, g.player.vy);
+    EXPECT_EQ(0.0f, left.hit_cooldown);
+    EXPECT_EQ(-125.0f, g.player.vx);  // away from the first creature; the rest of a hit is in the play digests
 }
 
 // Rows 157 and 158 are bedrock in every generated world, but a loaded one may differ.

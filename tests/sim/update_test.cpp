@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <utility>
 
 #include "core/game_digest.h"
@@ -78,4 +77,12 @@ TEST_F(FrameUpdate, AutosavesOnTheFrameThatReachesFortyFiveSecondsUnlessSwitched
     EXPECT_STREQ("SAVE FAILED - WORLD STILL OPEN", g.notice);
     autosave_finish(&g, true);
     EXPECT_STREQ("WORLD SAVED", g.notice);
+}
+
+// The short hop's extra pull acts while rising faster than 100 px/s, not at exactly 100.
+TEST_F(FrameUpdate, ShortHopPullStartsPastItsThreshold) {
+    fixtures::put_player(g, 2082.0f, 1500.0f);
+    g.player.vy = -100.0f;
+    step(0.05f);
+    EXPECT_EQ(-100.0f + 720.0f * 0.05f, g.player.vy);
 }

@@ -1,9 +1,11 @@
 // World generation: whole grids pinned by their digests, seed 0 read as 5, and the name rules.
+// A new world's other defaults and its notice are pinned by the play test's digests.
 #include <gtest/gtest.h>
 
 #include <memory>
 
 #include "core/game_digest.h"
+#include "world/new_game.h"
 #include "world/world_gen.h"
 
 namespace {
@@ -40,4 +42,7 @@ TEST(WorldGenerate, NameRules) {
     const auto own = generated(1, "0123456789012345678901234567890");  // its own full name, read in place
     world_generate(own.get(), 1, own->name);
     EXPECT_STREQ("0123456789012345678901234567890", own->name);
+    game_new(own.get(), 777, own->name);  // a new game clears the record first: its own name is gone
+    EXPECT_STREQ("GLIMWICK WORLD", own->name);
+    EXPECT_EQ(777u, own->seed);
 }
