@@ -1,6 +1,6 @@
 // Fingerprints of a game record: FNV-1a 32-bit over plain bytes (a world grid), and
 // over every field of a whole Game in declaration order, each little-endian, so the
-// padding never counts. Tests pin whole behaviours with them; demo files will too.
+// padding never counts. The save and demo checksums and the tests all use them.
 #pragma once
 
 #include <cstddef>

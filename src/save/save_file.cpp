@@ -12,6 +12,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "core/game_digest.h"
 #include "core/geometry.h"
 #include "core/tiles.h"
 
@@ -19,8 +20,6 @@ namespace {
 
 constexpr char MAGIC[4] = {'T', 'V', 'W', '1'};
 constexpr std::uint32_t VERSION = 2;
-constexpr std::uint32_t FNV_OFFSET = 2166136261u;
-constexpr std::uint32_t FNV_PRIME = 16777619u;
 constexpr std::uint32_t MAX_DAY = 100000000u;
 constexpr int MAX_HP_LIMIT = 40;
 constexpr std::size_t TILE_BYTES = sizeof(Game::tiles);
@@ -109,22 +108,16 @@ void decode(const unsigned char* in, InventorySlot (&slots)[INVENTORY_SLOTS]) {
     }
 }
 
-std::uint32_t fnv1a(std::uint32_t h, const void* data, std::size_t size) {
-    const auto* p = static_cast<const unsigned char*>(data);
-    for (std::size_t i = 0; i < size; ++i) h = (h ^ p[i]) * FNV_PRIME;
-    return h;
-}
-
 struct Hasher {
     std::uint32_t h;
     template <std::size_t N>
-    bool operator()(const char (&bytes)[N]) { h = fnv1a(h, bytes, N); return true; }
+    bool operator()(const char (&bytes)[N]) { h = fnv1a(bytes, N, h); return true; }
     template <std::size_t N>
-    bool operator()(const std::uint8_t (&bytes)[N]) { h = fnv1a(h, bytes, N); return true; }
+    bool operator()(const std::uint8_t (&bytes)[N]) { h = fnv1a(bytes, N, h); return true; }
     template <class T>
     bool operator()(const T& field) {
         const Encoded e = encode(field);
-        h = fnv1a(h, e.bytes, e.size);
+        h = fnv1a(e.bytes, e.size, h);
         return true;
     }
 };
@@ -291,7 +284,7 @@ void keep_mode_of(const char* path, int fd) {
 }  // namespace
 
 std::uint32_t save_checksum(const Game* game) {
-    Hasher hasher{FNV_OFFSET};
+    Hasher hasher{FNV1A_OFFSET};
     hasher(game->seed);
     each_body_field(*game, hasher);
     return hasher.h;
