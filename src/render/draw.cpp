@@ -71,12 +71,18 @@ void fill_current(SDL_Renderer* renderer, int x, int y, int w, int h) {
 
 }  // namespace
 
+// An opaque colour blended over anything gives the colour itself, so it is drawn
+// without blending: the same pixels, but the software renderer then fills plain
+// memory instead of blending pixel by pixel (the bulk of a frame's cost).
 void set_colour(SDL_Renderer* renderer, std::uint32_t colour) {
+    const bool opaque = (colour >> 24) == 255;
+    SDL_SetRenderDrawBlendMode(renderer, opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
     SDL_SetRenderDrawColor(renderer, static_cast<Uint8>(colour), static_cast<Uint8>(colour >> 8),
                            static_cast<Uint8>(colour >> 16), static_cast<Uint8>(colour >> 24));
 }
 
 void fill(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour) {
+    if ((colour >> 24) == 0) return;  // fully transparent: no pixel changes (the darkness by day)
     set_colour(renderer, colour);
     fill_current(renderer, x, y, w, h);
 }

@@ -23,6 +23,8 @@ constexpr std::uint32_t rgba(std::uint8_t r, std::uint8_t g, std::uint8_t b, std
            static_cast<std::uint32_t>(b) << 16 | static_cast<std::uint32_t>(a) << 24;
 }
 
+// Also picks the blend mode: translucent colours blend over what is drawn, opaque
+// ones replace it. Every drawing call sets its colour, so no mode leaks between them.
 void set_colour(SDL_Renderer* renderer, std::uint32_t colour);
 
 // Rectangles of width or height 0 or less draw nothing (SDL would draw a line).

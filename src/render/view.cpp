@@ -197,7 +197,6 @@ void draw_player(SDL_Renderer* r, const Game& g, Camera cam) {
 // One dimming layer for the whole night; torches are drawn again above it.
 void draw_darkness(SDL_Renderer* r, float light) {
     const auto alpha = static_cast<std::uint8_t>(to_px((1.0f - light) * 145.0f) & 255);
-    SDL_SetRenderDrawBlendMode(r, SDL_BLENDMODE_BLEND);
     fill(r, 0, 0, VIEW_W, VIEW_H, rgba(11, 12, 31, alpha));
 }
 
@@ -296,7 +295,6 @@ void render_play_view(SDL_Renderer* r, const Game& g, const FrameInput& in) {
 }  // namespace
 
 void render_game(SDL_Renderer* renderer, const Game* game, const FrameInput* input, bool save_exists) {
-    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     switch (game->screen) {
         case SCREEN_TITLE: render_title(renderer, game, save_exists); return;
         case SCREEN_CREATE: render_create_form(renderer, game); return;
