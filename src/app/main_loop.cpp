@@ -62,6 +62,16 @@ void report_save_fallback() {
                  known ? "/" : "", game_default_save_path());
 }
 
+// On X11 the software renderer would otherwise hand each frame to an OpenGL
+// renderer to present, which without a GPU costs more than drawing the frame;
+// X11's own shared-memory image is far cheaper. Other systems may have no native
+// framebuffer at all, so they keep SDL's choice, and SDL_FRAMEBUFFER_ACCELERATION
+// in the environment still overrides this.
+void prefer_native_x11_framebuffer() {
+    const char* driver = SDL_GetCurrentVideoDriver();
+    if (driver != nullptr && std::strcmp(driver, "x11") == 0) SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+}
+
 struct Video {
     SDL_Window* window;
     SDL_Renderer* renderer;
@@ -73,6 +83,7 @@ bool open_video(const RunOptions& opts, Video* video) {
         std::fprintf(stderr, "SDL_Init: %s\n", SDL_GetError());
         return false;
     }
+    prefer_native_x11_framebuffer();
     const bool hidden = opts.screenshot != nullptr;
     const Uint32 flags = hidden ? (SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE)
                                 : (SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI);
