@@ -227,9 +227,9 @@ void draw_pointed_tile(SDL_Renderer* r, const Game& g, Camera cam, const FrameIn
     for (int k = 0; k < cracks; ++k) SDL_RenderDrawLine(r, x + 2 + 3 * k, y + 2, x + 5 + 2 * k, y + 14);
 }
 
-// Each heart stands for 2 health; an odd health leaves a left half heart.
+// Each heart stands for 2 health; an odd health leaves a left half heart. A
+// max_hp below 1 (only a hand-edited record) counts to no heart at all.
 void draw_hearts(SDL_Renderer* r, const Player& p) {
-    if (p.max_hp < 1) return;
     const std::int64_t hearts = (static_cast<std::int64_t>(p.max_hp) + 1) / 2;
     for (int i = 0; i < hearts; ++i) {
         const int hx = 18 + 14 * i;
