@@ -13,7 +13,7 @@
 
 #include "app/demo.h"
 #include "app/demo_format.h"
-#include "app/run_talven.h"
+#include "app/app_support.h"
 #include "core/game_digest.h"
 #include "save/save_support.h"
 

@@ -9,7 +9,7 @@
 #include <fstream>
 #include <memory>
 
-#include "app/run_talven.h"
+#include "app/app_support.h"
 #include "save/save_file.h"
 #include "save/save_support.h"
 #include "world/new_game.h"

@@ -9,7 +9,7 @@
 #include "app/frame_clock.h"
 #include "app/main_loop.h"
 #include "app/options.h"
-#include "app/run_talven.h"
+#include "app/app_support.h"
 #include "render/render_support.h"
 
 namespace {

@@ -1,7 +1,10 @@
-// Starting the real program as a player or a script would: in a folder of its
-// own, with its own data folder, no HOME, the dummy video driver, and what it
-// writes to each stream kept. Shell commands run first set limits and signals.
+// Test support for the app: the real program started as a player or a script
+// would (its own folders, no HOME, the dummy video driver, each stream kept;
+// shell commands run first set limits and signals), and a hidden window.
 #pragma once
+
+#include <SDL.h>
+#include <gtest/gtest.h>
 
 #include <signal.h>
 #include <sys/wait.h>
@@ -12,9 +15,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <thread>
 #include <tuple>
+
+#include "core/frame_input.h"
+#include "core/game.h"
 
 namespace app_test {
 
@@ -74,5 +81,24 @@ inline Outcome run_talven(const std::string& args, const std::string& shell = ""
                       const fs::path& data_home = scratch("run")) {
     return finish_talven(start_talven(args, shell, cwd, data_home));
 }
+
+// SDL's video with one hidden, resizable 1280 x 720 window, and a game that runs.
+class HiddenWindow : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
+        window = SDL_CreateWindow("TALVEN", 0, 0, 1280, 720, SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE);
+        ASSERT_NE(window, nullptr) << SDL_GetError();
+        g->running = 1;
+    }
+    void TearDown() override {
+        SDL_DestroyWindow(window);
+        SDL_Quit();
+    }
+
+    SDL_Window* window = nullptr;
+    std::unique_ptr<Game> g = std::make_unique<Game>();
+    FrameInput in{};
+};
 
 }  // namespace app_test
