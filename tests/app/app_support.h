@@ -29,17 +29,22 @@ namespace fs = std::filesystem;
 
 using Outcome = std::tuple<int, std::string, std::string>;  // exit code (-1: killed), standard output, standard error
 
-struct Started {
-    pid_t pid;
-    int out, err;  // read ends of the two streams
-};
-
 // A folder inside this test process's own scratch data folder.
 inline fs::path scratch(const std::string& name) { return fs::path(std::getenv("XDG_DATA_HOME")) / name; }
 
-// Runs `shell` (for example "ulimit -f 0; ") and then the program with `args`.
-inline Started start_talven(const std::string& args, const std::string& shell = "", const fs::path& cwd = scratch("run"),
-                            const fs::path& data_home = scratch("run")) {
+inline std::string drain(int fd) {
+    std::string text;
+    char buf[512];
+    for (ssize_t n; (n = read(fd, buf, sizeof buf)) > 0;) text.append(buf, static_cast<std::size_t>(n));
+    close(fd);
+    return text;
+}
+
+// Runs `shell` (for example "ulimit -f 0; ") and then the program with `args`,
+// calling `meanwhile` with its process id every 5 ms until it ends; a run that
+// hangs is killed after 30 s.
+inline Outcome run_talven(const std::string& args, const std::string& shell = "", const fs::path& cwd = scratch("run"),
+                          const fs::path& data_home = scratch("run"), const std::function<void(pid_t)>& meanwhile = {}) {
     fs::create_directories(cwd);
     const std::string cmd = "cd '" + cwd.string() + "' && unset HOME && export SDL_VIDEODRIVER=dummy XDG_DATA_HOME='" +
                             data_home.string() + "' && " + shell + "exec '" TALVEN_EXE "' " + args;
@@ -55,31 +60,13 @@ inline Started start_talven(const std::string& args, const std::string& shell = 
     }
     close(out[1]);
     close(err[1]);
-    return {pid, out[0], err[0]};
-}
-
-inline std::string drain(int fd) {
-    std::string text;
-    char buf[512];
-    for (ssize_t n; (n = read(fd, buf, sizeof buf)) > 0;) text.append(buf, static_cast<std::size_t>(n));
-    close(fd);
-    return text;
-}
-
-// Waits for the end, calling `meanwhile` every 5 ms; a run that hangs is killed after 30 s.
-inline Outcome finish_talven(const Started& run, const std::function<void(pid_t)>& meanwhile = {}) {
     int status = 0;
-    for (int waited_ms = 0; waitpid(run.pid, &status, WNOHANG) == 0; waited_ms += 5) {
+    for (int waited_ms = 0; waitpid(pid, &status, WNOHANG) == 0; waited_ms += 5) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        if (waited_ms > 30000) kill(run.pid, SIGKILL);
-        if (meanwhile) meanwhile(run.pid);
+        if (waited_ms > 30000) kill(pid, SIGKILL);
+        if (meanwhile) meanwhile(pid);
     }
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, drain(run.out), drain(run.err)};
-}
-
-inline Outcome run_talven(const std::string& args, const std::string& shell = "", const fs::path& cwd = scratch("run"),
-                      const fs::path& data_home = scratch("run")) {
-    return finish_talven(start_talven(args, shell, cwd, data_home));
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, drain(out[0]), drain(err[0])};
 }
 
 // SDL's video with one hidden, resizable 1280 x 720 window, and a game that runs.

@@ -72,12 +72,11 @@ TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
         bool signalled = false, hang_up_ignored = false;
         std::string shell = c.nohup ? "trap '' HUP; " : "";
         if (c.fsize != 0) shell += "ulimit -f " + std::to_string(c.fsize / 512) + "; ";  // in 512-byte blocks
-        const auto [exit_code, out, err] = app_test::finish_talven(
-            app_test::start_talven("--debug-game", shell, dir.path, home), [&](pid_t pid) {
-                if (signalled || !in_mask(pid, "SigCgt:", sig)) return;
-                hang_up_ignored = in_mask(pid, "SigIgn:", SIGHUP);
-                signalled = kill(pid, sig) == 0;
-            });
+        const auto [exit_code, out, err] = app_test::run_talven("--debug-game", shell, dir.path, home, [&](pid_t pid) {
+            if (signalled || !in_mask(pid, "SigCgt:", sig)) return;
+            hang_up_ignored = in_mask(pid, "SigIgn:", SIGHUP);
+            signalled = kill(pid, sig) == 0;
+        });
         EXPECT_EQ(c.exit_code, exit_code);
         EXPECT_EQ(c.nohup, hang_up_ignored);
         const std::string fallback = "TALVEN: no per-user data folder, the world is saved in " + save + "\n";

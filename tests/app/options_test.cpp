@@ -51,7 +51,7 @@ const Case CASES[] = {
     {{}, {{"TALVEN_MAX_FRAMES", "-99999999999999999999"}, {"TALVEN_DEBUG_GAME", "-2147483649"}}, "frames -2147483648 debug"},
     // A screenshot needs a frame to be taken on: limits below 1 become 3.
     {{"--screenshot", "s.bmp", "--max-frames", "-7"}, {}, "frames 3 shot 's.bmp' fixed"},
-    {{"--screenshot", "s.bmp", "--max-frames", "10"}, {}, "frames 10 shot 's.bmp' fixed"},
+    {{"--screenshot", "s.bmp", "--max-frames", "1"}, {}, "frames 1 shot 's.bmp' fixed"},  // 1 is enough
     // A negative limit means no limit and measured time.
     {{"--max-frames", "-1"}, {}, "frames -1"},
     // Values are consumed whatever they look like; a trailing option is ignored.
