@@ -4,6 +4,7 @@
 // game says once where the world goes; a save path one byte too long for its
 // 1024-byte buffer saves nothing anywhere, one that just fits saves as usual.
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <cstring>
 #include <fstream>

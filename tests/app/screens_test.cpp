@@ -8,7 +8,6 @@
 #include <cstring>
 #include <filesystem>
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
