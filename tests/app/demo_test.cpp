@@ -4,73 +4,48 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
-#include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "app/demo.h"
 #include "app/demo_format.h"
+#include "app/app_support.h"
 #include "core/game_digest.h"
+#include "save/save_support.h"
 
-namespace fs = std::filesystem;
-using Bytes = std::vector<std::uint8_t>;
+using namespace save_test;
+using app_test::Outcome;
 
 namespace {
 
-struct Outcome {
-    int exit_code;
-    std::string output;
-    bool saved;  // the player's save exists in the scratch data folder afterwards
-};
+fs::path scratch() { return app_test::scratch("demo"); }
+fs::path player_save() { return scratch() / "home" / "duskwell" / "talven" / "talven_world.tvw"; }
 
-const fs::path SCRATCH = fs::temp_directory_path() / ("talven-demo-" + std::to_string(::getpid()));
-
-void write_file(const fs::path& p, const Bytes& bytes) {
-    std::ofstream(p, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-}
-
-// `save`: the player's save file before the run; `limits`: shell commands run first.
-Outcome talven(const std::string& args, const Bytes& save = {}, const std::string& limits = "") {
-    const fs::path home = SCRATCH / "home";
-    fs::create_directories(home / "duskwell" / "talven");
-    if (!save.empty()) write_file(home / "duskwell" / "talven" / "talven_world.tvw", save);
-    const std::string cmd = "cd '" + SCRATCH.string() + "' && " + limits + "env XDG_DATA_HOME='" + home.string() +
-                            "' SDL_VIDEODRIVER=dummy '" TALVEN_EXE "' " + args + " 2>&1";
-    Outcome r{-1, {}, false};
-    FILE* pipe = ::popen(cmd.c_str(), "r");
-    std::array<char, 512> buf{};
-    for (size_t n; (n = std::fread(buf.data(), 1, buf.size(), pipe)) > 0;) r.output.append(buf.data(), n);
-    const int status = ::pclose(pipe);
-    r.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    r.saved = fs::exists(home / "duskwell" / "talven" / "talven_world.tvw");
-    fs::remove_all(home);
+// The program in scratch() with `save` as the player's save file, which no run here
+// may change. `shell`: commands run first.
+Outcome talven(const std::string& args, const Bytes& save = {}, const std::string& shell = "") {
+    fs::create_directories(player_save().parent_path());
+    if (!save.empty()) write_bytes(player_save(), save);
+    const Outcome r = app_test::run_talven(args, shell, scratch(), scratch() / "home");
+    EXPECT_EQ(save, read_bytes(player_save())) << "the player's save changed: " << args;
+    fs::remove_all(scratch() / "home");
     return r;
 }
 
-Bytes read_all(const fs::path& p) {
-    std::ifstream in(p, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(in), {});
-}
-
-Bytes read_demo(const char* name) { return read_all(fs::path(TALVEN_DEMO_DIR) / name); }
+Bytes read_demo(const char* name) { return read_bytes(fs::path(TALVEN_DEMO_DIR) / name); }
 
 // Replays `bytes` from a scratch file whose name reads "FILE" in the output.
 Outcome replay(const Bytes& bytes, const std::string& mode = "--verify") {
-    const fs::path file = SCRATCH / "replay.tvd";
-    fs::create_directories(SCRATCH);
-    write_file(file, bytes);
-    Outcome r = talven("--replay '" + file.string() + "' " + mode);
-    if (const auto at = r.output.find(file.string()); at != std::string::npos) r.output.replace(at, file.string().size(), "FILE");
+    const std::string file = (scratch() / "replay.tvd").string();
+    fs::create_directories(scratch());
+    write_bytes(file, bytes);
+    Outcome r = talven("--replay '" + file + "' " + mode);
+    for (std::string* text : {&std::get<1>(r), &std::get<2>(r)})
+        if (const auto at = text->find(file); at != std::string::npos) text->replace(at, file.size(), "FILE");
     return r;
 }
 
@@ -112,22 +87,20 @@ TEST(Demo, RecordedSessionsReplayWithEveryDigestMatchingAndNeverTouchTheSave) {
         {"death_and_respawn.tvd", 414}, {"save_and_load_menus.tvd", 330}, {"inventory_clicks.tvd", 124},
     };
     for (const auto& [name, frames] : sessions) {
-        const Outcome r = replay(read_demo(name));
-        EXPECT_EQ(0, r.exit_code) << name;
-        EXPECT_EQ("demo FILE: " + std::to_string(frames) + " frames, every digest matches\n", r.output);
-        EXPECT_FALSE(r.saved) << name << " saved into the player's folder";
+        EXPECT_EQ(Outcome(0, "demo FILE: " + std::to_string(frames) + " frames, every digest matches\n", ""),
+                  replay(read_demo(name))) << name;
     }
 }
 
 TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
-    const std::string file = (SCRATCH / "rec.tvd").string();
+    const std::string file = (scratch() / "rec.tvd").string();
     // From the title, and from the debug world with its autosave off (a screenshot run).
     for (const std::string& start : {std::string(), "--debug-game --screenshot '" + file + ".bmp' "}) {
-        EXPECT_EQ(0, talven(start + "--max-frames 65 --record '" + file + "'").exit_code) << start;
-        EXPECT_EQ("demo " + file + ": 65 frames, every digest matches\n", talven("--replay '" + file + "' --verify").output) << start;
+        EXPECT_EQ(0, std::get<0>(talven(start + "--max-frames 65 --record '" + file + "'"))) << start;
+        EXPECT_EQ(Outcome(0, "demo " + file + ": 65 frames, every digest matches\n", ""), talven("--replay '" + file + "' --verify"));
     }
     fs::remove(file + ".bmp");
-    EXPECT_EQ(0, talven("--replay '" + file + "' --max-frames 20 --screenshot '" + file + ".bmp'").exit_code);
+    EXPECT_EQ(0, std::get<0>(talven("--replay '" + file + "' --max-frames 20 --screenshot '" + file + ".bmp'")));
     EXPECT_EQ(640u * 360u * 4u + 122u, fs::file_size(file + ".bmp"));
     // The save found at the start goes in only when it loads: one that does not plays like none.
     const Bytes death = read_demo("death_and_respawn.tvd");
@@ -139,8 +112,8 @@ TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
         EXPECT_EQ((good ? 16u + 82180u : 16u) + (9u + 5u + 1u) + (9u + 8u), fs::file_size(file)) << good;
     }
     // A recording that cannot start says why, starts nothing and leaves nothing.
-    const std::string nowhere = (SCRATCH / "no" / "x.tvd").string();
-    const std::string home_save = (SCRATCH / "home" / "duskwell" / "talven" / "talven_world.tvw").string();
+    const std::string nowhere = (scratch() / "no" / "x.tvd").string();
+    const std::string home_save = player_save().string();
     const std::array<std::string, 3> refused[] = {
         {nowhere, "", "cannot record to " + nowhere + ": No such file or directory"},
         {home_save, "", "cannot record to " + home_save + ": that is the save file"},
@@ -148,17 +121,15 @@ TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
     };
     for (const auto& [to, limits, says] : refused) {
         fs::remove(file);
-        const Outcome bad = talven("--debug-game --max-frames 5 --record '" + to + "'", save, limits);
-        EXPECT_EQ(1, bad.exit_code) << says;
-        EXPECT_EQ("TALVEN: " + says + "\n", bad.output);
+        EXPECT_EQ(Outcome(1, "", "TALVEN: " + says + "\n"), talven("--debug-game --max-frames 5 --record '" + to + "'", save, limits));
         EXPECT_EQ(false, fs::exists(file)) << says;
     }
 }
 
 // What the screens read of each event, kept exactly, extremes included.
 TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
-    const std::string file = (SCRATCH / "events.tvd").string();
-    fs::create_directories(SCRATCH);
+    const std::string file = (scratch() / "events.tvd").string();
+    fs::create_directories(scratch());
     RunOptions opts{};
     opts.record = file.c_str();
     DemoSession demo{};
@@ -187,7 +158,7 @@ TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
 
     // Read back and written again it comes out byte for byte, and those bytes are pinned:
     // a frame like the one before costs one byte, a digest four more.
-    const Bytes bytes = read_all(file);
+    const Bytes bytes = read_bytes(file);
     EXPECT_EQ(16u + 9u + (69u + 58u + 5u) + 9u + 8u, bytes.size());
     EXPECT_EQ(bytes, rewrite(bytes, [](DemoFrame*) {}, 0));
     EXPECT_EQ(0xCCD8E32Cu, fnv1a(bytes.data(), bytes.size()));
@@ -220,9 +191,8 @@ TEST(Demo, AChangedFrameDivergesAtTheNextDigest) {
     };
     const Bytes menus = read_demo("save_and_load_menus.tvd");
     for (const auto& c : cases) {
-        const Outcome r = replay(rewrite(menus, c.change, c.more), c.mode);
-        EXPECT_EQ(1, r.exit_code) << c.frame;
-        EXPECT_EQ("demo diverges at frame " + std::to_string(c.frame) + "\n", r.output);
+        EXPECT_EQ(Outcome(1, "", "demo diverges at frame " + std::to_string(c.frame) + "\n"),
+                  replay(rewrite(menus, c.change, c.more), c.mode));
     }
 }
 
@@ -252,9 +222,7 @@ TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
     for (const auto& [damage, says] : damaged) {
         Bytes bytes = menus;
         damage(&bytes);
-        const Outcome r = replay(bytes);
-        EXPECT_EQ(1, r.exit_code) << says;
-        EXPECT_EQ("TALVEN: demo FILE: " + says + "\n", r.output);
+        EXPECT_EQ(Outcome(1, "", "TALVEN: demo FILE: " + says + "\n"), replay(bytes));
     }
 
     // One chunk with one damaged frame, under a good checksum.
@@ -275,34 +243,32 @@ TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
         DemoWriter w{};
         w.payload = payload;
         demo_seal_chunk(&w, &bytes);
-        EXPECT_EQ("TALVEN: demo FILE: demo is corrupted (" + std::string(says) + ")\n", replay(bytes).output);
+        EXPECT_EQ(Outcome(1, "", "TALVEN: demo FILE: demo is corrupted (" + std::string(says) + ")\n"), replay(bytes));
     }
 
     // A save inside the demo that the save loader refuses (a wrong save version), under a good header checksum.
     Bytes death = read_demo("death_and_respawn.tvd");
     death[DEMO_HEADER_SIZE + 4] ^= 1;
     put_u32(&death, 12, fnv1a(death.data() + 16, 82180, fnv1a(death.data(), 12)));
-    EXPECT_EQ("TALVEN: demo FILE: its save file is refused by the save loader\n", replay(death, "").output);
+    EXPECT_EQ(Outcome(1, "", "TALVEN: demo FILE: its save file is refused by the save loader\n"), replay(death, ""));
 
     // Not a file one can read whole: missing, a folder, a FIFO, a 2 GB file.
-    fs::create_directories(SCRATCH / "folder.tvd");
-    ::mkfifo((SCRATCH / "fifo.tvd").c_str(), 0600);
+    fs::create_directories(scratch() / "folder.tvd");
+    ::mkfifo((scratch() / "fifo.tvd").c_str(), 0600);
     for (const auto& [name, size] : {std::pair("huge.tvd", 2ull << 30), std::pair("over.tvd", DEMO_MAX_FILE + 1ull)}) {
-        write_file(SCRATCH / name, menus);
-        fs::resize_file(SCRATCH / name, size);
+        write_bytes(scratch() / name, menus);
+        fs::resize_file(scratch() / name, size);
     }
     const std::pair<const char*, const char*> files[] = {
         {"missing.tvd", "No such file or directory"}, {"folder.tvd", "not a regular file"},
         {"fifo.tvd", "not a regular file"}, {"huge.tvd", "too large"}, {"over.tvd", "too large"},
     };
     for (const auto& [name, says] : files) {
-        const std::string file = (SCRATCH / name).string();
-        EXPECT_EQ("TALVEN: demo " + file + ": " + says + "\n", talven("--replay '" + file + "'").output) << name;
+        const std::string file = (scratch() / name).string();
+        EXPECT_EQ(Outcome(1, "", "TALVEN: demo " + file + ": " + says + "\n"), talven("--replay '" + file + "'"));
     }
 
     // A recording cut off by a crash still plays, up to its last whole chunk.
-    const Outcome played = replay(Bytes(menus.begin(), menus.end() - 3), "--max-frames 5");
-    EXPECT_EQ(0, played.exit_code);
-    EXPECT_EQ(0u, played.output.rfind("TALVEN: demo FILE: cut off after frame ", 0)) << played.output;
-    fs::remove_all(SCRATCH);
+    const auto [code, out, err] = replay(Bytes(menus.begin(), menus.end() - 3), "--max-frames 5");
+    EXPECT_EQ(std::pair(0, 0ul), std::pair(code, err.rfind("TALVEN: demo FILE: cut off after frame ", 0))) << err;
 }

@@ -4,16 +4,13 @@
 // game says once where the world goes; a save path one byte too long for its
 // 1024-byte buffer saves nothing anywhere, one that just fits saves as usual.
 #include <gtest/gtest.h>
-#include <fcntl.h>
 #include <signal.h>
-#include <sys/resource.h>
 
-#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <memory>
-#include <thread>
 
+#include "app/app_support.h"
 #include "save/save_file.h"
 #include "save/save_support.h"
 #include "world/new_game.h"
@@ -21,12 +18,6 @@
 namespace {
 
 using namespace save_test;
-
-struct Outcome {
-    int exit_code = -1;  // -1 when it did not exit by itself
-    std::string err;
-    bool hang_up_ignored = false;  // when the signal was sent
-};
 
 // Whether `sig` is in the mask on the "SigCgt:" (caught) or "SigIgn:" line of
 // process `pid`.
@@ -37,45 +28,6 @@ bool in_mask(pid_t pid, const std::string& mask, int sig) {
     return false;
 }
 
-// Starts "--debug-game" in `cwd` with XDG_DATA_HOME = `data_home` and no HOME, a
-// file-size limit of `fsize` bytes (0: none); under `nohup` SIGHUP is ignored and
-// SIGTERM ends the game, otherwise SIGHUP, sent once the game handles it.
-Outcome run_until(bool nohup, const std::string& cwd, const std::string& data_home, rlim_t fsize) {
-    const int sig = nohup ? SIGTERM : SIGHUP;
-    int err[2];
-    if (pipe(err) != 0) return {};
-    std::fflush(nullptr);
-    const pid_t pid = fork();
-    if (pid == 0) {
-        const rlimit cap{fsize, fsize};
-        if (chdir(cwd.c_str()) != 0 || (fsize != 0 && setrlimit(RLIMIT_FSIZE, &cap) != 0)) _exit(97);
-        dup2(err[1], 2);
-        setenv("XDG_DATA_HOME", data_home.c_str(), 1);
-        unsetenv("HOME");
-        setenv("SDL_VIDEODRIVER", "dummy", 1);
-        signal(SIGXFSZ, SIG_DFL);
-        signal(SIGHUP, nohup ? SIG_IGN : SIG_DFL);
-        execl(TALVEN_EXE, "talven", "--debug-game", static_cast<char*>(nullptr));
-        _exit(98);
-    }
-    close(err[1]);
-    Outcome r;
-    int status = 0;
-    bool signalled = false;
-    for (int waited_ms = 0; waitpid(pid, &status, WNOHANG) == 0; waited_ms += 5) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        if (waited_ms > 30000) kill(pid, SIGKILL);
-        if (signalled || !in_mask(pid, "SigCgt:", sig)) continue;
-        r.hang_up_ignored = in_mask(pid, "SigIgn:", SIGHUP);
-        signalled = kill(pid, sig) == 0;
-    }
-    if (WIFEXITED(status)) r.exit_code = WEXITSTATUS(status);
-    char buf[512];
-    for (ssize_t n; (n = read(err[0], buf, sizeof buf)) > 0;) r.err.append(buf, static_cast<std::size_t>(n));
-    close(err[0]);
-    return r;
-}
-
 TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
     const std::string not_saved = "TALVEN: could not save the active world\n";
     const std::size_t FOLDER_AND_NAME = std::strlen("/duskwell/talven/talven_world.tvw");
@@ -83,7 +35,7 @@ TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
         const char* what;
         bool nohup, home_is_a_file;  // SDL cannot make its folder in a file
         std::size_t path_length;  // 0: a short path
-        rlim_t fsize;
+        int fsize;  // bytes a file may grow to; 0: no limit
         int exit_code;
         bool fallback_line, saved;
         int files;  // regular files left in the scratch folder
@@ -115,11 +67,21 @@ TEST(ExitSave, SignalsLimitsAndFoldersEndTheGameAsTheyShould) {
             old = read_bytes(save);
         }
 
-        const Outcome r = run_until(c.nohup, dir.path.string(), home, c.fsize);
-        EXPECT_EQ(c.exit_code, r.exit_code);
-        EXPECT_EQ(c.nohup, r.hang_up_ignored);
+        // Under nohup SIGHUP is ignored and SIGTERM ends the game, otherwise SIGHUP,
+        // sent once the game handles it.
+        const int sig = c.nohup ? SIGTERM : SIGHUP;
+        bool signalled = false, hang_up_ignored = false;
+        std::string shell = c.nohup ? "trap '' HUP; " : "";
+        if (c.fsize != 0) shell += "ulimit -f " + std::to_string(c.fsize / 512) + "; ";  // in 512-byte blocks
+        const auto [exit_code, out, err] = app_test::run_talven("--debug-game", shell, dir.path, home, [&](pid_t pid) {
+            if (signalled || !in_mask(pid, "SigCgt:", sig)) return;
+            hang_up_ignored = in_mask(pid, "SigIgn:", SIGHUP);
+            signalled = kill(pid, sig) == 0;
+        });
+        EXPECT_EQ(c.exit_code, exit_code);
+        EXPECT_EQ(c.nohup, hang_up_ignored);
         const std::string fallback = "TALVEN: no per-user data folder, the world is saved in " + save + "\n";
-        EXPECT_EQ((c.fallback_line ? fallback : "") + (c.exit_code != 0 ? not_saved : ""), r.err);
+        EXPECT_EQ((c.fallback_line ? fallback : "") + (c.exit_code != 0 ? not_saved : ""), err);
         auto loaded = std::make_unique<Game>();
         EXPECT_EQ(c.saved, game_load(loaded.get(), save.c_str()) && std::string(loaded->name) == "QA WORLD");
         if (c.fsize != 0) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/app_support.h"
+
 TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
     const struct {
         bool unattended, vsync;
@@ -27,14 +29,12 @@ TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
 
 // SDL's software renderer says it waits for the display even where it cannot,
 // which is why a claim alone is not trusted. No window, no known rate.
-TEST(FramePacing, TakesTheClaimFromTheRendererAndTheRateFromTheDisplay) {
-    ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
-    SDL_Window* window = SDL_CreateWindow("TALVEN", 0, 0, 64, 36, SDL_WINDOW_HIDDEN);
+using PacingRenderer = app_test::HiddenWindow;
+
+TEST_F(PacingRenderer, TakesTheClaimFromTheRendererAndTheRateFromTheDisplay) {
     SDL_Renderer* renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
     EXPECT_EQ(true, frame_pacer_create(renderer, false).vsync_claimed);
     EXPECT_EQ(false, frame_pacer_create(nullptr, false).vsync_claimed);
     EXPECT_EQ(0, display_refresh_hz(nullptr));
     SDL_DestroyRenderer(renderer);
-    SDL_DestroyWindow(window);
-    SDL_Quit();
 }

@@ -1,5 +1,5 @@
 // Run options: variables first, options win, consumed values, the stop words,
-// and the screenshot and frame-limit rules.
+// the screenshot and frame-limit rules, and limits too large for 32 bits.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -43,9 +43,15 @@ const Case CASES[] = {
     {{}, {{"TALVEN_MAX_FRAMES", "12abc"}, {"TALVEN_DEBUG_GAME", "yes"}}, "frames 12 fixed"},
     {{}, {{"TALVEN_MAX_FRAMES", ""}, {"TALVEN_DEBUG_GAME", "2"}}, "frames 0 debug"},
     {{}, {{"TALVEN_SCREENSHOT", ""}}, "frames 3 shot '' fixed"},
+    // Limits read as atoi reads them where they fit in 32 bits and saturated beyond, never cut to 0 on the way.
+    {{"--max-frames", "2147483648"}, {}, "frames 2147483647 fixed"},
+    {{"--max-frames", "-2147483648"}, {}, "frames -2147483648"},
+    {{"--max-frames", "\t-12abc"}, {{"TALVEN_MAX_FRAMES", "99999999999999999999"}}, "frames -12"},
+    {{}, {{"TALVEN_MAX_FRAMES", " +4294967296x"}, {"TALVEN_DEBUG_GAME", "4294967296"}}, "frames 2147483647 debug fixed"},
+    {{}, {{"TALVEN_MAX_FRAMES", "-99999999999999999999"}, {"TALVEN_DEBUG_GAME", "-2147483649"}}, "frames -2147483648 debug"},
     // A screenshot needs a frame to be taken on: limits below 1 become 3.
     {{"--screenshot", "s.bmp", "--max-frames", "-7"}, {}, "frames 3 shot 's.bmp' fixed"},
-    {{"--screenshot", "s.bmp", "--max-frames", "10"}, {}, "frames 10 shot 's.bmp' fixed"},
+    {{"--screenshot", "s.bmp", "--max-frames", "1"}, {}, "frames 1 shot 's.bmp' fixed"},  // 1 is enough
     // A negative limit means no limit and measured time.
     {{"--max-frames", "-1"}, {}, "frames -1"},
     // Values are consumed whatever they look like; a trailing option is ignored.

@@ -2,43 +2,19 @@
 // loop run in this process with keys queued before the first frame. Unattended
 // runs step exactly 1/60 s a frame, so their screenshots are the same every time.
 #include <SDL.h>
-#include <sys/wait.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
-#include <tuple>
 
 #include "app/frame_clock.h"
 #include "app/main_loop.h"
 #include "app/options.h"
+#include "app/app_support.h"
 #include "render/render_support.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-// A folder in this test process's own scratch data folder.
-fs::path home() { return fs::path(std::getenv("XDG_DATA_HOME")) / "run"; }
-
-std::string slurp(const fs::path& path) {
-    std::ifstream in(path);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-using Outcome = std::tuple<int, std::string, std::string>;  // exit code, standard output, standard error
-
-// The real program with home() as its data and working folder.
-Outcome run_talven(const std::string& args, const std::string& env = "") {
-    fs::create_directories(home());
-    const std::string cmd = "cd '" + home().string() + "' && env XDG_DATA_HOME='" + home().string() +
-                            "' SDL_VIDEODRIVER=dummy " + env + " '" TALVEN_EXE "' " + args + " >out 2>err";
-    const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, slurp(home() / "out"), slurp(home() / "err")};
-}
+using namespace app_test;
 
 void expect_screenshot(std::uint32_t digest, const fs::path& file) {
     const std::unique_ptr<SDL_Surface, void (*)(SDL_Surface*)> bmp(SDL_LoadBMP(file.c_str()), SDL_FreeSurface);
@@ -50,7 +26,7 @@ void expect_screenshot(std::uint32_t digest, const fs::path& file) {
 // starts SDL (the broken video driver would fail); a video driver that cannot
 // start is named on standard error; the self-test passes and removes its save.
 TEST(Program, HelpStartFailureAndSelftest) {
-    const std::string no_video = "SDL_VIDEODRIVER=no-such-driver";
+    const std::string no_video = "export SDL_VIDEODRIVER=no-such-driver; ";
     const std::string usage = "TALVEN\n  --selftest\n  --max-frames N\n  --screenshot FILE.bmp\n  --debug-game\n"
                               "  --version\n  --record FILE\n  --replay FILE\n  --verify\n";
     EXPECT_EQ(run_talven("--help --selftest", no_video), Outcome(0, usage, ""));
@@ -58,7 +34,7 @@ TEST(Program, HelpStartFailureAndSelftest) {
     const auto [code, out, err] = run_talven("--max-frames 1", no_video);
     EXPECT_EQ(std::pair(code, err.substr(0, 10)), std::pair(1, std::string("SDL_Init: ")));
     EXPECT_EQ(run_talven("--selftest"), Outcome(0, "TALVEN selftest: 29 checks, 0 failed\n", ""));
-    EXPECT_FALSE(fs::exists(home() / "talven_selftest.tvw"));
+    EXPECT_FALSE(fs::exists(scratch("run") / "talven_selftest.tvw"));
 }
 
 // 90 frames of the debug world in fixed steps: the player has fallen to the
@@ -67,13 +43,13 @@ TEST(Program, HelpStartFailureAndSelftest) {
 TEST(Program, FrameLimitedRunsAreRepeatableAndNeverSave) {
     EXPECT_EQ(run_talven("--debug-game --max-frames 90 --screenshot debug-90-frames.bmp"),
               Outcome(0, "screenshot: debug-90-frames.bmp\n", ""));
-    expect_screenshot(0xF3D93537u, home() / "debug-90-frames.bmp");
-    EXPECT_EQ(run_talven("--debug-game --max-frames 2", "SDL_VIDEO_DUMMY_SAVE_FRAMES=1"), Outcome(0, "", ""));
+    expect_screenshot(0xF3D93537u, scratch("run") / "debug-90-frames.bmp");
+    EXPECT_EQ(run_talven("--debug-game --max-frames 2", "export SDL_VIDEO_DUMMY_SAVE_FRAMES=1; "), Outcome(0, "", ""));
     int presented = 0;
-    for (const auto& entry : fs::directory_iterator(home()))
+    for (const auto& entry : fs::directory_iterator(scratch("run")))
         presented += entry.path().stem().string().starts_with("SDL_window");
     EXPECT_EQ(presented, 2);
-    EXPECT_FALSE(fs::exists(home() / "duskwell" / "talven" / "talven_world.tvw"));
+    EXPECT_FALSE(fs::exists(scratch("run") / "duskwell" / "talven" / "talven_world.tvw"));
 
     EXPECT_EQ(run_talven("--screenshot no/shot.bmp"), Outcome(1, "", "screenshot failed: Couldn't open no/shot.bmp\n"));
 }
@@ -88,8 +64,8 @@ TEST(FrameLoop, MenuNoticesTimeOut) {
             SDL_Event e{.key = {SDL_KEYDOWN, 0, 0, SDL_PRESSED, 0, 0, 0, {SDL_SCANCODE_UNKNOWN, k, 0, 0}}};
             SDL_PushEvent(&e);
         }
-        const std::string n = std::to_string(frames), shot = (home() / ("title-after-" + n + "-frames.bmp")).string();
-        fs::create_directories(home());
+        const std::string n = std::to_string(frames), shot = (scratch("run") / ("title-after-" + n + "-frames.bmp")).string();
+        fs::create_directories(scratch("run"));
         const char* argv[] = {"talven", "--max-frames", n.c_str(), "--screenshot", shot.c_str()};
         EXPECT_EQ(app_main(5, const_cast<char**>(argv)), 0);
         expect_screenshot(digest, shot);

@@ -8,29 +8,18 @@
 #include <cstring>
 #include <filesystem>
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "app/app_support.h"
 #include "save/save_path.h"
 #include "world/new_game.h"
 
 namespace {
 
-class Screens : public ::testing::Test {
+class Screens : public app_test::HiddenWindow {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
-        window = SDL_CreateWindow("TALVEN", 0, 0, 1280, 720, SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE);
-        ASSERT_NE(window, nullptr) << SDL_GetError();
-        g->running = 1;
-    }
-    void TearDown() override {
-        SDL_DestroyWindow(window);
-        SDL_Quit();
-    }
-
     void send(SDL_Event e) { screens_handle_event(g.get(), window, &in, &e); }
     void keys(std::initializer_list<SDL_Keycode> ks, bool repeat = false) {
         for (const SDL_Keycode k : ks)
@@ -42,10 +31,6 @@ protected:
         send(e);
     }
     void click(Uint8 b, int x, int y) { send({.button = {SDL_MOUSEBUTTONDOWN, 0, 0, 0, b, SDL_PRESSED, 1, 0, x, y}}); }
-
-    SDL_Window* window = nullptr;
-    std::unique_ptr<Game> g = std::make_unique<Game>();
-    FrameInput in{};
 };
 
 // The inventory ignores held keys too. Space jumps rather than choosing on the

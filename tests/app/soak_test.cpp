@@ -7,9 +7,9 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <memory>
 #include <random>
 
+#include "app/app_support.h"
 #include "app/frame_step.h"
 #include "app/screens.h"
 #include "core/tiles.h"
@@ -84,18 +84,14 @@ const char* broken_promise(const Game& g, bool saved_too) {
     return nullptr;
 }
 
-TEST(Soak, RandomInputNeverBreaksTheWorld) {
+using Soak = app_test::HiddenWindow;
+
+TEST_F(Soak, RandomInputNeverBreaksTheWorld) {
     const char* env = std::getenv("TALVEN_SOAK_FRAMES");
     const long frames = env != nullptr && std::atol(env) > 0 ? std::atol(env) : 100000;
-    ASSERT_EQ(0, SDL_Init(SDL_INIT_VIDEO)) << SDL_GetError();
-    SDL_Window* window = SDL_CreateWindow("TALVEN", 0, 0, 1280, 720, SDL_WINDOW_HIDDEN | SDL_WINDOW_RESIZABLE);
-    ASSERT_NE(nullptr, window) << SDL_GetError();
-    auto game = std::make_unique<Game>();
-    Game& g = *game;
-    game_new(&g, 1u, "SOAK");
-    g.running = 1;
+    game_new(g.get(), 1u, "SOAK");
+    g->running = 1;
     Rng rng(20261124);
-    FrameInput in{};
     long playing = 0;
     int held = 0, pointer[2] = {};
     for (long frame = 0; frame < frames; ++frame) {
@@ -105,7 +101,7 @@ TEST(Soak, RandomInputNeverBreaksTheWorld) {
                 SDL_SetWindowSize(window, e.window.data1, e.window.data2);
             SDL_PushEvent(&e);
         }
-        frame_read_input(&g, window, &in, nullptr);
+        frame_read_input(g.get(), window, &in, nullptr);
         // The dummy driver has no keyboard or mouse: the held keys and the pointer
         // are drawn at random and held for a while, the pointer anywhere on or off
         // a window of the current size, or within reach of the player.
@@ -117,24 +113,22 @@ TEST(Soak, RandomInputNeverBreaksTheWorld) {
             SDL_GetWindowSize(window, &w, &h);
             window_to_view(w, h, pick(rng, -w, 2 * w), pick(rng, -h, 2 * h), &pointer[0], &pointer[1]);
             if (rng() % 2 != 0) {
-                pointer[0] = static_cast<int>(g.player.x - g.camera_x) + pick(rng, -40, 40);
-                pointer[1] = static_cast<int>(g.player.y - g.camera_y) + pick(rng, -40, 60);
+                pointer[0] = static_cast<int>(g->player.x - g->camera_x) + pick(rng, -40, 40);
+                pointer[1] = static_cast<int>(g->player.y - g->camera_y) + pick(rng, -40, 60);
             }
         }
         in.mouse_x = pointer[0];
         in.mouse_y = pointer[1];
         const float dt = pick(rng, 0, 7) == 0 ? static_cast<float>(pick(rng, 0, 200)) / 1000.0f : 1.0f / 60.0f;
 
-        frame_advance(&g, &in, dt);
-        g.running = 1;  // a quit request ends a real run; here play goes on
-        playing += g.screen == SCREEN_PLAYING && g.world_open;
-        if (!g.world_open) continue;
-        const char* broken = broken_promise(g, frame % 8 == 0);
+        frame_advance(g.get(), &in, dt);
+        g->running = 1;  // a quit request ends a real run; here play goes on
+        playing += g->screen == SCREEN_PLAYING && g->world_open;
+        if (!g->world_open) continue;
+        const char* broken = broken_promise(*g, frame % 8 == 0);
         ASSERT_EQ(nullptr, broken) << broken << " at frame " << frame;
     }
     EXPECT_GT(playing, frames / 4) << "too little of the run was play";
-    SDL_DestroyWindow(window);
-    SDL_Quit();
 }
 
 }  // namespace

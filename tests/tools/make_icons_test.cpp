@@ -1,7 +1,5 @@
 // The application icons the build draws: every size is the hotbar's 16-pixel
 // IRON PICK, each pixel grown to a square, on a transparent background.
-#include <SDL.h>
-#include <gtest/gtest.h>
 #include <png.h>
 
 #include <string>
@@ -9,6 +7,7 @@
 
 #include "core/tiles.h"
 #include "render/icons.h"
+#include "render/render_support.h"
 
 namespace {
 
@@ -27,13 +26,12 @@ std::vector<std::uint32_t> read_png(const std::string& path) {
 }
 
 TEST(MakeIcons, EverySizeIsTheHotbarPickScaledUp) {
-    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormat(0, ART, ART, 32, SDL_PIXELFORMAT_ARGB8888);
-    SDL_Renderer* renderer = SDL_CreateSoftwareRenderer(surface);
-    SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
-    SDL_RenderClear(renderer);
-    draw_item(renderer, ITEM_IRON_PICK, 0, 0, ART, 0);
-    SDL_RenderFlush(renderer);
-    const auto* art = static_cast<const std::uint32_t*>(surface->pixels);
+    const Canvas canvas(ART, ART);
+    SDL_SetRenderDrawColor(canvas.renderer, 0, 0, 0, 0);
+    SDL_RenderClear(canvas.renderer);
+    draw_item(canvas.renderer, ITEM_IRON_PICK, 0, 0, ART, 0);
+    SDL_RenderFlush(canvas.renderer);
+    const auto* art = static_cast<const std::uint32_t*>(canvas.surface->pixels);
 
     for (const std::size_t edge : {16, 32, 48, 64, 128, 256}) {
         const std::string size = std::to_string(edge);
@@ -43,8 +41,6 @@ TEST(MakeIcons, EverySizeIsTheHotbarPickScaledUp) {
             for (std::size_t x = 0; x < edge; ++x) want.push_back(art[y * ART / edge * ART + x * ART / edge]);
         EXPECT_EQ(want, icon) << size;
     }
-    SDL_DestroyRenderer(renderer);
-    SDL_FreeSurface(surface);
 }
 
 }  // namespace
