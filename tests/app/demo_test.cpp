@@ -85,6 +85,7 @@ TEST(Demo, RecordedSessionsReplayWithEveryDigestMatchingAndNeverTouchTheSave) {
     const std::pair<const char*, int> sessions[] = {
         {"night_fight.tvd", 957}, {"glow_crystal_iron_pick.tvd", 1309},
         {"death_and_respawn.tvd", 414}, {"save_and_load_menus.tvd", 330}, {"inventory_clicks.tvd", 124},
+        {"screens_tour.tvd", 2069},  // every screen by keys, held keys, clicks and wheel, as in screens_test
     };
     for (const auto& [name, frames] : sessions) {
         EXPECT_EQ(Outcome(0, "demo FILE: " + std::to_string(frames) + " frames, every digest matches\n", ""),
