@@ -100,9 +100,15 @@ void text(SDL_Renderer* renderer, int x, int y, const char* str, std::uint32_t c
     int pen = x;
     for (const char* p = str; *p != '\0'; ++p) {
         const Glyph& g = glyph_for(static_cast<unsigned char>(*p));
+        // One rectangle per lit run of a row: the same pixels as a square per lit
+        // pixel, in about half the draw calls.
         for (int r = 0; r < 7; ++r)
-            for (int k = 0; k < 5; ++k)
-                if (g.rows[r][k] == '#') fill_current(renderer, pen + k * scale, y + r * scale, scale, scale);
+            for (int k = 0; k < 5; ++k) {
+                if (g.rows[r][k] != '#') continue;
+                const int start = k;
+                while (k + 1 < 5 && g.rows[r][k + 1] == '#') ++k;
+                fill_current(renderer, pen + start * scale, y + r * scale, (k - start + 1) * scale, scale);
+            }
         pen += GLYPH_ADVANCE * scale;
     }
 }

@@ -1,6 +1,7 @@
 // Drawing primitives: filled and outlined rectangles in a packed colour (red in
-// the low byte) and text in the game's own 5 x 7 bitmap font, one filled square
-// per lit pixel. Owns the font table; every other picture is built from these.
+// the low byte) and text in the game's own 5 x 7 bitmap font, one filled
+// rectangle per lit run of a glyph row. Owns the font table; every other picture
+// is built from these.
 #pragma once
 
 #include <SDL.h>
