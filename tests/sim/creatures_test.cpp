@@ -55,19 +55,24 @@ TEST_F(Creatures, SpawnRowIsTheNearestStandingRoomInTheBandWithTheHigherWinningA
     }
 }
 
-TEST_F(Creatures, ContactHurtsOnceAndEveryTouchingCreatureSpendsItsAttack) {
+// With dt 0 nobody moves: only contact and the despawn distance act.
+TEST_F(Creatures, ContactHurtsOnceEveryTouchingCreatureSpendsItsAttackAndPast1152PixelsOneIsGone) {
     const Creature& first = put(g, 0, 5.0f, 1);
     const Creature& second = put(g, 1, -5.0f, 0);
     const Creature& beside = put(g, 2, 12.0f);  // edges meeting is not contact, on either side
     const Creature& left = put(g, 3, -14.0f);
+    const Creature& kept = put(g, 4, 1152.0f);
+    const Creature& gone = put(g, 5, -1153.0f);
     g.player.hp = 3;
-    creatures_step(&g, 0.0f);  // with dt 0 nobody moves
+    creatures_step(&g, 0.0f);
     EXPECT_EQ(1, g.player.hp) << "one hp left is still alive";
     EXPECT_EQ(1.0f, first.hit_cooldown);
     EXPECT_EQ(1.0f, second.hit_cooldown);
     EXPECT_EQ(0.0f, beside.hit_cooldown);
     EXPECT_EQ(0.0f, left.hit_cooldown);
     EXPECT_EQ(-125.0f, g.player.vx);  // away from the first creature; the rest of a hit is in the play digests
+    EXPECT_EQ(1, kept.alive);
+    EXPECT_EQ(0, gone.alive);
 }
 
 // Rows 157 and 158 are bedrock in every generated world, but a loaded one may differ.
@@ -76,12 +81,4 @@ TEST_F(Creatures, TheSpawnBandEndsAtRow156) {
     fixtures::fill_tiles(g, 100, 157, 160, 158, TILE_EMPTY);
     fixtures::put_player(g, 2082.0f, 150.0f * 16.0f);
     for (g.tick = 1; g.tick < 200; ++g.tick) ASSERT_FALSE(creatures_try_spawn(&g)) << "tick " << g.tick;
-}
-
-TEST_F(Creatures, MoreThan1152PixelsFromThePlayerACreatureIsGone) {
-    const Creature& kept = put(g, 0, 1152.0f);
-    const Creature& gone = put(g, 1, -1153.0f);
-    creatures_step(&g, 0.0f);  // with dt 0 nobody moves
-    EXPECT_EQ(1, kept.alive);
-    EXPECT_EQ(0, gone.alive);
 }
