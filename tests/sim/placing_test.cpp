@@ -43,6 +43,8 @@ TEST_F(Placing, RefusalsInOrderRingReachOccupiedHandSupportPlayerAndBuildingWher
     EXPECT_FALSE(place(131, 99));
     fixtures::put_player(g, 2080.0f, 1590.0f);  // left edge exactly on column 129's right
     EXPECT_TRUE(place(129, 100));
+    fixtures::put_player(g, 2082.0f, 1574.0f);  // feet exactly on row 100's top
+    EXPECT_TRUE(place(130, 100));
     // Mining comes first in a frame: a TORCH broken beside the player is taken and
     // its cell built on in the same frame.
     tile_at(g, 129, 100) = TILE_TORCH;
