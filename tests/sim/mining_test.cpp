@@ -80,6 +80,7 @@ TEST_F(Drops, TheSixtyFifthGoesStraightIntoTheInventoryAndAFullOneLeavesDropsLyi
     g.player.inventory[39] = InventorySlot{};
     spawn_drop(&g, TILE_SAND, 1650.0f, 1400.0f);
     EXPECT_EQ(TILE_SAND, g.player.inventory[39].item);
+    EXPECT_EQ(1, g.player.inventory[39].count);
     EXPECT_EQ(0, std::memcmp(table->drops, g.drops, sizeof g.drops));
 }
 
