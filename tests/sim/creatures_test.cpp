@@ -62,7 +62,7 @@ TEST_F(Creatures, SpawnRowIsTheNearestStandingRoomInTheBandWithTheHigherWinningA
 
 // With dt 0 nobody moves: only contact and the despawn distance act.
 TEST_F(Creatures, ContactHurtsOnceEveryTouchingCreatureSpendsItsAttackAndPast1152PixelsOneIsGone) {
-    const Creature& first = put(g, 0, 5.0f, 1);
+    const Creature& first = put(g, 0, 0.0f, 1);  // level with the player
     const Creature& second = put(g, 1, -5.0f, 0);
     const Creature& beside = put(g, 2, 12.0f);  // edges meeting is not contact, on either side
     const Creature& left = put(g, 3, -14.0f);
@@ -75,7 +75,7 @@ TEST_F(Creatures, ContactHurtsOnceEveryTouchingCreatureSpendsItsAttackAndPast115
     EXPECT_EQ(1.0f, second.hit_cooldown);
     EXPECT_EQ(0.0f, beside.hit_cooldown);
     EXPECT_EQ(0.0f, left.hit_cooldown);
-    EXPECT_EQ(-125.0f, g.player.vx);  // away from the first creature; the rest of a hit is in the play digests
+    EXPECT_EQ(125.0f, g.player.vx);  // level counts as right of the first; the rest of a hit is in the play digests
     EXPECT_EQ(1, kept.alive);
     EXPECT_EQ(0, gone.alive);
 }
