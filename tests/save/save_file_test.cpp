@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 
