@@ -7,21 +7,19 @@
 
 namespace {
 
-class ScratchDataHome : public ::testing::Environment {
-public:
+struct ScratchDataHome : ::testing::Environment {
+    std::filesystem::path dir;
+
     void SetUp() override {
         char pattern[] = "/tmp/talven-data-XXXXXX";
         if (mkdtemp(pattern) == nullptr) std::abort();
-        dir_ = pattern;
+        dir = pattern;
         setenv("XDG_DATA_HOME", pattern, 1);
     }
     void TearDown() override {
         std::error_code ignored;
-        std::filesystem::remove_all(dir_, ignored);
+        std::filesystem::remove_all(dir, ignored);
     }
-
-private:
-    std::filesystem::path dir_;
 };
 
 const auto* const registered = ::testing::AddGlobalTestEnvironment(new ScratchDataHome);

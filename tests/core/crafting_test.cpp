@@ -48,8 +48,11 @@ TEST_F(Crafting, IronToolsNeedAWorkbenchWithinFourTilesAndBothMaterialsBeforeAny
     }
     EXPECT_EQ(" 2:102x4", slots(g.player));
     tile_at(g, 130, 96) = TILE_WORKBENCH;
-    give(TILE_IRON_ORE, 8);
-    expect_refused(4, "MISSING MATERIALS");  // IRON is there, WOOD is not
+    for (const auto& [item, n] : {std::pair{TILE_WOOD, 4}, {TILE_IRON_ORE, 8}}) {  // either one alone
+        std::memset(g.player.inventory, 0, sizeof g.player.inventory);
+        give(item, n);
+        expect_refused(4, "MISSING MATERIALS");
+    }
 }
 
 TEST_F(Crafting, AFullInventoryRefundsTheInputsByTheAddRule) {

@@ -40,10 +40,11 @@ TEST(Inventory, ActivateSelectsTheHotbarAndSwapsBackpackSlotsIntoTheHand) {
     for (std::uint32_t slot : {3u, 25u, 30u}) inventory_activate(&p, slot);  // select, swap, then park in an empty slot
     EXPECT_EQ(3u, p.selected);
     EXPECT_EQ(" 25:16x7 30:9x3", slots(p));
-    p.selected = 12;  // a bad stored selection is reset only by a slot in range
+    p.selected = 40;  // a bad stored selection is an empty hand, reset only by a slot in range
     for (std::uint32_t slot : {40u, 0xFFFFFFFFu}) inventory_activate(&p, slot);
     inventory_activate(nullptr, 3);
-    EXPECT_EQ(12u, p.selected);
+    EXPECT_EQ(40u, p.selected);
+    EXPECT_EQ(0u, held_item(p));
     EXPECT_EQ(" 25:16x7 30:9x3", slots(p));
     inventory_activate(&p, 25);
     EXPECT_EQ(0u, p.selected);

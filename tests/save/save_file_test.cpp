@@ -1,7 +1,7 @@
-// The save file: where it goes, its bytes pinned by a digest, the round trip, the files
-// the loader must refuse (with the live game untouched), and saves that cannot complete.
+// The save file: its bytes pinned by a digest, the round trip, the files the loader
+// must refuse (with the live game untouched), and saves that cannot complete. Where
+// it goes, and the fallback to the bare name, are tried on the running program.
 #include "save/save_file.h"
-#include "save/save_path.h"
 
 #include <gtest/gtest.h>
 #include <grp.h>
@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 
@@ -26,28 +25,6 @@ constexpr std::size_t TILES_AT = 260;
 constexpr std::size_t BEDROCK_TILE_AT = TILES_AT + 159 * WORLD_W + 20;  // the bottom row is all bedrock
 // Exit status of a child that could not give up root; the test is then skipped.
 constexpr int CANNOT_DROP_ROOT = 77;
-
-// Builds the path in a child with XDG_DATA_HOME as given (null = unset) and HOME
-// unset, so the test process keeps its own environment.
-bool path_is(const char* data_home, const std::string& want) {
-    return run_in_child([&] {
-        data_home != nullptr ? setenv("XDG_DATA_HOME", data_home, 1) : unsetenv("XDG_DATA_HOME");
-        unsetenv("HOME");
-        char out[1024];
-        build_save_path(out, sizeof out);
-        if (want == out) return 0;
-        std::fprintf(stderr, "save path: %s\n", out);
-        return 1;
-    }) == 0;
-}
-
-TEST(SavePath, InTheUsersDataFolderElseTheBareName) {
-    ScratchDir dir;
-    const std::string data = dir.file("data");
-    EXPECT_TRUE(path_is(data.c_str(), data + "/duskwell/talven/talven_world.tvw"));
-    EXPECT_TRUE(fs::is_directory(data + "/duskwell/talven"));
-    EXPECT_TRUE(path_is(nullptr, "talven_world.tvw"));
-}
 
 // Every saved field at its highest legal value, multi-byte values with differing
 // bytes so a swapped or shifted field shows.

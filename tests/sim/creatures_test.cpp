@@ -11,9 +11,10 @@ namespace {
 // 87..111.
 using Creatures = fixtures::Room;
 
-// A creature on the room's floor, its left side `dx` px right of the player's.
+// A live creature at rest on the room's floor, its left side `dx` px right of the
+// player's: kind 0 is small with 5 hp, kind 1 large with 7.
 Creature& put(Game& g, int slot, float dx, std::int32_t kind = 0) {
-    return fixtures::creature_at(g, slot, g.player.x + dx, 1602.0f, kind);
+    return g.creatures[slot] = Creature{g.player.x + dx, 1602.0f, 0.0f, 0.0f, kind ? 7 : 5, kind, 1, 0.0f, 0.0f, 1, 0};
 }
 
 }  // namespace
@@ -39,49 +40,42 @@ TEST_F(Creatures, SpawnColumnsKeepClearOfTheWorldEdges) {
     EXPECT_EQ(want, columns);
 }
 
+// The band never reaches below row 156: rows 157 and 158 are bedrock in every
+// generated world, but a loaded one may differ.
 TEST_F(Creatures, SpawnRowIsTheNearestStandingRoomInTheBandWithTheHigherWinningATie) {
     // Every column the same: solid but for two-cell pockets whose upper rows are
-    // given, then the row the spawned creature sits in (-1: none spawns).
-    const int bands[][3] = {{86, -1, -1}, {87, -1, 88}, {111, -1, 112}, {112, -1, -1}, {96, 102, 97}, {94, 101, 102},
-                            {97, 100, 101}};
+    // given, the player's middle row, then the row the spawned creature sits in
+    // (-1: none spawns).
+    const int bands[][4] = {{86, -1, 100, -1}, {87, -1, 100, 88}, {111, -1, 100, 112}, {112, -1, 100, -1},
+                            {96, 102, 100, 97}, {94, 101, 100, 102}, {97, 100, 100, 101}, {157, -1, 150, -1}};
     for (const auto& b : bands) {
-        fixtures::fill_tiles(g, 100, 80, 160, 115, TILE_STONE);
+        fixtures::fill_tiles(g, 100, 80, 160, 159, TILE_STONE);
         for (int k : {b[0], b[1]})
             if (k >= 0) fixtures::fill_tiles(g, 100, k, 160, k + 1, TILE_EMPTY);
+        fixtures::put_player(g, 2082.0f, static_cast<float>(b[2] * 16 - 10));
         bool spawned = false;
         for (g.tick = 1; g.tick < 200 && !spawned; ++g.tick) spawned = creatures_try_spawn(&g);
-        EXPECT_EQ(spawned ? static_cast<int>(g.creatures[0].y) / 16 : -1, b[2]) << "pocket " << b[0];
+        EXPECT_EQ(b[3], spawned ? static_cast<int>(g.creatures[0].y) / 16 : -1) << "pocket " << b[0];
         g.creatures[0].alive = 0;
     }
 }
 
-TEST_F(Creatures, ContactHurtsOnceAndEveryTouchingCreatureSpendsItsAttack) {
-    const Creature& first = put(g, 0, 5.0f, 1);
+// With dt 0 nobody moves: only contact and the despawn distance act.
+TEST_F(Creatures, ContactHurtsOnceEveryTouchingCreatureSpendsItsAttackAndPast1152PixelsOneIsGone) {
+    const Creature& first = put(g, 0, 0.0f, 1);  // level with the player
     const Creature& second = put(g, 1, -5.0f, 0);
     const Creature& beside = put(g, 2, 12.0f);  // edges meeting is not contact, on either side
     const Creature& left = put(g, 3, -14.0f);
+    const Creature& kept = put(g, 4, 1152.0f);
+    const Creature& gone = put(g, 5, -1153.0f);
     g.player.hp = 3;
-    creatures_step(&g, 0.0f);  // with dt 0 nobody moves
+    creatures_step(&g, 0.0f);
     EXPECT_EQ(1, g.player.hp) << "one hp left is still alive";
     EXPECT_EQ(1.0f, first.hit_cooldown);
     EXPECT_EQ(1.0f, second.hit_cooldown);
     EXPECT_EQ(0.0f, beside.hit_cooldown);
     EXPECT_EQ(0.0f, left.hit_cooldown);
-    EXPECT_EQ(-125.0f, g.player.vx);  // away from the first creature; the rest of a hit is in the play digests
-}
-
-// Rows 157 and 158 are bedrock in every generated world, but a loaded one may differ.
-TEST_F(Creatures, TheSpawnBandEndsAtRow156) {
-    fixtures::fill_tiles(g, 100, 130, 160, 159, TILE_STONE);
-    fixtures::fill_tiles(g, 100, 157, 160, 158, TILE_EMPTY);
-    fixtures::put_player(g, 2082.0f, 150.0f * 16.0f);
-    for (g.tick = 1; g.tick < 200; ++g.tick) ASSERT_FALSE(creatures_try_spawn(&g)) << "tick " << g.tick;
-}
-
-TEST_F(Creatures, MoreThan1152PixelsFromThePlayerACreatureIsGone) {
-    const Creature& kept = put(g, 0, 1152.0f);
-    const Creature& gone = put(g, 1, -1153.0f);
-    creatures_step(&g, 0.0f);  // with dt 0 nobody moves
+    EXPECT_EQ(125.0f, g.player.vx);  // level counts as right of the first; the rest of a hit is in the play digests
     EXPECT_EQ(1, kept.alive);
     EXPECT_EQ(0, gone.alive);
 }

@@ -41,6 +41,10 @@ TEST_F(Placing, RefusalsInOrderRingReachOccupiedHandSupportPlayerAndBuildingWher
     EXPECT_TRUE(place(131, 100));
     fixtures::put_player(g, 2085.0f, 1590.0f);  // one pixel of overlap
     EXPECT_FALSE(place(131, 99));
+    fixtures::put_player(g, 2080.0f, 1590.0f);  // left edge exactly on column 129's right
+    EXPECT_TRUE(place(129, 100));
+    fixtures::put_player(g, 2082.0f, 1574.0f);  // feet exactly on row 100's top
+    EXPECT_TRUE(place(130, 100));
     // Mining comes first in a frame: a TORCH broken beside the player is taken and
     // its cell built on in the same frame.
     tile_at(g, 129, 100) = TILE_TORCH;
@@ -64,17 +68,4 @@ TEST_F(Placing, OnlyInsideTheOuterRing) {
         fixtures::stand_player(g, c[0] < 100 ? 6 : 506, c[0] < 100 ? 4 : 156);
         EXPECT_EQ(c[2] == 1, place(c[0], c[1])) << c[0] << ", " << c[1];
     }
-}
-
-// A strike that does not kill leaves a creature stuck in the block built over it.
-TEST_F(Placing, ACreatureDoesNotBlockABlockAndStaysStuckInItAfterASwordStrike) {
-    const Creature& c = fixtures::creature_at(g, 0, 133.0f * 16.0f + 1.0f, 100.0f * 16.0f + 1.0f);
-    fixtures::hold(g, TILE_DIRT, 5);
-    EXPECT_TRUE(place(133, 100));
-    fixtures::hold(g, ITEM_SHORT_SWORD);
-    game_attack_or_mine(&g, 133, 100, fixtures::STEP);
-    ASSERT_EQ(1, c.hp);
-    for (int i = 0; i < 10; ++i) step();
-    EXPECT_EQ(133.0f * 16.0f + 1.0f, c.x);
-    EXPECT_EQ(100.0f * 16.0f + 1.0f, c.y);
 }

@@ -58,11 +58,6 @@ inline void stand_player(Game& g, int col, int floor_row) {
     g.player.on_ground = 1;
 }
 
-// A live creature at rest: kind 0 is small with 5 hp, kind 1 large with 7.
-inline Creature& creature_at(Game& g, int slot, float x, float y, std::int32_t kind = 0) {
-    return g.creatures[slot] = Creature{x, y, 0.0f, 0.0f, kind ? 7 : 5, kind, 1, 0.0f, 0.0f, 1, 0};
-}
-
 // A pointer position (view pixels) that lands on the middle of tile (tx, ty).
 inline void point_at(const Game& g, FrameInput& in, int tx, int ty) {
     in.mouse_x = static_cast<int>(static_cast<float>(tx * 16 + 8) - g.camera_x);
