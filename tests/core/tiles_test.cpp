@@ -20,10 +20,13 @@ TEST(Tiles, SolidityHardnessAndDropsOfEveryId) {
     }
 }
 
-// Every block but BEDROCK places as itself; tools and unknown ids place nothing.
+// Every block is an item of the same id, and every block but BEDROCK places as
+// itself; tools and unknown ids are neither.
 TEST(Tiles, BedrockCanBeHeldButNeverPlaced) {
-    for (std::int32_t id : {INT32_MIN, -1, 0, 1, 2, 9, 10, 11, 16, 17, 99, 100, 103, 104, INT32_MAX})
+    for (std::int32_t id : {INT32_MIN, -1, 0, 1, 2, 9, 10, 11, 16, 17, 99, 100, 103, 104, INT32_MAX}) {
+        EXPECT_EQ(id >= 1 && id <= 16 ? id : 0, tile_to_item(id)) << id;
         EXPECT_EQ(id >= 1 && id <= 16 && id != 10 ? id : 0, item_to_tile(id)) << id;
+    }
 }
 
 TEST(Tiles, Names) {
