@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "app/app_support.h"
+#include "app/frame_step.h"
+#include "render/canvas.h"
 
 TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
     const struct {
@@ -27,14 +29,24 @@ TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
             << c.unattended << c.vsync << " " << c.hz << " " << c.took;
 }
 
-// SDL's software renderer says it waits for the display even where it cannot,
-// which is why a claim alone is not trusted. No window, no known rate.
-using PacingRenderer = app_test::HiddenWindow;
+// The frame loop reads the renderer: whether it claims to wait for the display
+// (SDL's software renderer claims it even where it cannot, which is why a claim
+// alone is not trusted), the display's rate (none without a window), and the
+// reset events that make the canvas again.
+using FrameRenderer = app_test::HiddenWindow;
 
-TEST_F(PacingRenderer, TakesTheClaimFromTheRendererAndTheRateFromTheDisplay) {
+TEST_F(FrameRenderer, PacingClaimRateAndCanvasResets) {
     SDL_Renderer* renderer = SDL_CreateRenderer(window, -1, SDL_RENDERER_SOFTWARE);
     EXPECT_EQ(true, frame_pacer_create(renderer, false).vsync_claimed);
     EXPECT_EQ(false, frame_pacer_create(nullptr, false).vsync_claimed);
     EXPECT_EQ(0, display_refresh_hz(nullptr));
+
+    ViewCanvas canvas = canvas_create(renderer, SDL_GetWindowPixelFormat(window));
+    canvas_destroy(&canvas);  // as if the device had taken it
+    SDL_Event reset{.type = SDL_RENDER_TARGETS_RESET};
+    SDL_PushEvent(&reset);
+    frame_read_input(g.get(), window, &in, &canvas);
+    EXPECT_NE(nullptr, canvas.texture);
+    canvas_destroy(&canvas);
     SDL_DestroyRenderer(renderer);
 }
