@@ -59,11 +59,13 @@ TEST_F(Crafting, AFullInventoryRefundsTheInputsByTheAddRule) {
     for (InventorySlot& s : g.player.inventory) s = InventorySlot{TILE_DIRT, 999};
     g.player.inventory[5] = InventorySlot{TILE_WOOD, 1};
     g.player.inventory[39] = InventorySlot{TILE_WOOD, 998};
-    EXPECT_FALSE(craft_recipe(&g, 0));
+    g.player.inventory[6] = InventorySlot{TILE_COAL, 2};
+    EXPECT_FALSE(craft_recipe(&g, 1));  // torches: wood and coal
     EXPECT_STREQ("INVENTORY FULL", g.notice);
-    // Taken from slot 39, given back to the first stack with room.
+    // Taken from slot 39, given back to the first stack with room; the coal too.
     EXPECT_EQ(2, g.player.inventory[5].count);
     EXPECT_EQ(997, g.player.inventory[39].count);
+    EXPECT_EQ(2, g.player.inventory[6].count);
     // Inputs that empty their slot make room for the output.
     g.player.inventory[7] = InventorySlot{TILE_WOOD, 1};
     g.player.inventory[5] = g.player.inventory[39] = InventorySlot{TILE_DIRT, 999};

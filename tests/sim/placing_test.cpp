@@ -36,13 +36,15 @@ TEST_F(Placing, RefusalsInOrderRingReachOccupiedHandSupportPlayerAndBuildingWher
     EXPECT_EQ(TILE_GLOW_CRYSTAL, tile_at(g, 132, 100));
     EXPECT_EQ(0, g.player.inventory[0].item);
     EXPECT_FALSE(place(132, 99));  // an empty hand
-    fixtures::hold(g, TILE_DIRT, 5);
+    fixtures::hold(g, TILE_DIRT, 6);
     fixtures::put_player(g, 2084.0f, 1590.0f);  // right edge exactly on column 131
     EXPECT_TRUE(place(131, 100));
     fixtures::put_player(g, 2085.0f, 1590.0f);  // one pixel of overlap
     EXPECT_FALSE(place(131, 99));
     fixtures::put_player(g, 2080.0f, 1590.0f);  // left edge exactly on column 129's right
     EXPECT_TRUE(place(129, 100));
+    fixtures::put_player(g, 2070.0f, 1600.0f);  // head exactly on row 99's bottom
+    EXPECT_TRUE(place(129, 99));
     fixtures::put_player(g, 2082.0f, 1574.0f);  // feet exactly on row 100's top
     EXPECT_TRUE(place(130, 100));
     // Mining comes first in a frame: a TORCH broken beside the player is taken and
