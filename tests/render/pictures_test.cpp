@@ -34,7 +34,9 @@ void create_form(Scene s) { s.g.screen = SCREEN_CREATE, s.g.form_focus = 1, std:
 void play_by_day(Scene s) {
     Game& g = s.g;
     Player& p = g.player;
-    g.time_of_day = 0.55f, g.tick = 19;  // the sun's last instant; creatures squash, the player bobs
+    // The sun's last instant. Tick 46 squashes creatures and bobs the player on rhythms
+    // (every 14 and every 5 ticks) that a neighbouring period would not match.
+    g.time_of_day = 0.55f, g.tick = 46;
     p.y = s.ground - 26.0f, p.on_ground = 1, p.vx = 50.0f, p.hp = 7, p.selected = 3;
     p.mine_progress = tile_hardness(tile_at(g, s.c + 2, s.r)) * 0.7f;
     g.creatures[0] = {p.x - 120.0f, s.ground - 14.0f, 0, 0, 5, 0, -1, 0, 0, 1, 1};
@@ -80,7 +82,7 @@ const Picture PICTURES[] = {
     {"title-after-save", title_after_save, true, -100, -100, 0xFD6A8C71},
     {"title-load-failed", title_load_failed, false, -100, -100, 0x3523EFD3},  // and the save is gone again
     {"create-form", create_form, false, -100, -100, 0x94A2EB04},
-    {"play-by-day", play_by_day, false, 355, 232, 0x079338FF},
+    {"play-by-day", play_by_day, false, 355, 232, 0x2924E80F},
     {"play-by-night", play_by_night, false, 434, 296, 0x019093AB},
     {"inventory", inventory, false, 100, 100, 0xD655A0F5},
     {"pause-menu", pause_menu, false, 320, 180, 0xF565CA97},
