@@ -19,7 +19,7 @@ inline const InventorySlot* selected_slot(const Player& p) {
     return p.selected < static_cast<std::uint32_t>(INVENTORY_SLOTS) ? &p.inventory[p.selected] : nullptr;
 }
 inline InventorySlot* selected_slot(Player& p) {
-    return p.selected < static_cast<std::uint32_t>(INVENTORY_SLOTS) ? &p.inventory[p.selected] : nullptr;
+    return const_cast<InventorySlot*>(selected_slot(static_cast<const Player&>(p)));
 }
 
 // The item in hand, 0 for an empty hand.
