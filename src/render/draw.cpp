@@ -1,5 +1,6 @@
 #include "render/draw.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -85,6 +86,36 @@ void fill(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colo
     if ((colour >> 24) == 0) return;  // fully transparent: no pixel changes (the darkness by day)
     set_colour(renderer, colour);
     fill_current(renderer, x, y, w, h);
+}
+
+void fill_around(SDL_Renderer* renderer, SDL_Rect area, std::span<const SDL_Rect> holes, std::uint32_t colour) {
+    if (holes.size() > FILL_AROUND_MAX_HOLES) holes = {};
+    if ((colour >> 24) == 0 || area.w <= 0 || area.h <= 0) return;
+    set_colour(renderer, colour);
+    // Bands split at every hole's top and bottom, so a hole either crosses a band whole or misses it.
+    const int top = area.y, bottom = area.y + area.h, right = area.x + area.w;
+    int edges[2 * FILL_AROUND_MAX_HOLES + 2] = {top, bottom};
+    std::size_t n = 2;
+    for (const SDL_Rect& h : holes) {
+        edges[n++] = std::clamp(h.y, top, bottom);
+        edges[n++] = std::clamp(h.y + h.h, top, bottom);
+    }
+    std::sort(edges, edges + n);
+    for (std::size_t e = 0; e + 1 < n; ++e) {
+        const int y0 = edges[e], y1 = edges[e + 1];
+        if (y0 == y1) continue;
+        const SDL_Rect* across[FILL_AROUND_MAX_HOLES];
+        std::size_t m = 0;
+        for (const SDL_Rect& h : holes)
+            if (h.w > 0 && h.y <= y0 && y1 <= h.y + h.h) across[m++] = &h;
+        std::sort(across, across + m, [](const SDL_Rect* a, const SDL_Rect* b) { return a->x < b->x; });
+        int x = area.x;
+        for (std::size_t k = 0; k < m; ++k) {
+            fill_current(renderer, x, y0, std::min(across[k]->x, right) - x, y1 - y0);
+            x = std::max(x, across[k]->x + across[k]->w);
+        }
+        fill_current(renderer, x, y0, right - x, y1 - y0);
+    }
 }
 
 void outline(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour) {

@@ -7,6 +7,7 @@
 #include <SDL.h>
 
 #include <cstdint>
+#include <span>
 
 struct Glyph {
     char ch;
@@ -30,6 +31,12 @@ void set_colour(SDL_Renderer* renderer, std::uint32_t colour);
 
 // Rectangles of width or height 0 or less draw nothing (SDL would draw a line).
 void fill(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour);
+// Fills `area` except under `holes`, which the caller then paints over opaquely:
+// the same picture as one fill, without blending pixels that end up hidden.
+// Holes may overlap or stick out of the area; more than FILL_AROUND_MAX_HOLES
+// fill the whole area.
+constexpr std::size_t FILL_AROUND_MAX_HOLES = 64;
+void fill_around(SDL_Renderer* renderer, SDL_Rect area, std::span<const SDL_Rect> holes, std::uint32_t colour);
 void outline(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour);
 
 // Leaves the draw colour set to `colour`. Lower case draws as upper case; bytes

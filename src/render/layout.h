@@ -15,8 +15,8 @@ constexpr int PACK_COLUMNS = HOTBAR_SLOTS;
 constexpr int PACK_ROWS = INVENTORY_SLOTS / PACK_COLUMNS;
 
 // Top-left of slot i's cell (and of the slot drawn in it).
-inline int pack_slot_x(std::uint32_t i) { return PACK_X + PACK_CELL_W * static_cast<int>(i % PACK_COLUMNS); }
-inline int pack_slot_y(std::uint32_t i) { return PACK_Y + PACK_CELL_H * static_cast<int>(i / PACK_COLUMNS); }
+constexpr int pack_slot_x(std::uint32_t i) { return PACK_X + PACK_CELL_W * static_cast<int>(i % PACK_COLUMNS); }
+constexpr int pack_slot_y(std::uint32_t i) { return PACK_Y + PACK_CELL_H * static_cast<int>(i / PACK_COLUMNS); }
 
 // The inventory slot (0..39) whose cell holds view point (vx, vy), or -1. The
 // 34 x 40 cells tile the grid without gaps, so a click between two drawn slots

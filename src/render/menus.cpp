@@ -1,5 +1,6 @@
 #include "render/menus.h"
 
+#include <array>
 #include <cstdio>
 
 #include "core/crafting.h"
@@ -43,13 +44,36 @@ constexpr RecipeLabel RECIPE_LABELS[RECIPE_COUNT] = {
     {"IRON SWORD", "BENCH + 6 IRON + 2 WOOD"},
 };
 
-void panel(SDL_Renderer* r, int x, int y, int w, int h) {
-    fill(r, x, y, w, h, rgba(15, 18, 31, 228));
+using Holes = std::span<const SDL_Rect>;
+
+// Boxes painted opaquely over the dim and the panels: nothing is blended under them.
+constexpr SDL_Rect recipe_row_box(std::uint32_t i) { return {430, 73 + 35 * static_cast<int>(i), 168, 29}; }
+constexpr SDL_Rect pause_item_box(std::uint32_t i) { return {220, 154 + 34 * static_cast<int>(i), 200, 25}; }
+
+// The inventory's slots, then its recipe rows.
+constexpr auto INVENTORY_BOXES = [] {
+    std::array<SDL_Rect, INVENTORY_SLOTS + RECIPE_COUNT> all{};
+    for (std::uint32_t i = 0; i < INVENTORY_SLOTS; ++i)
+        all[i] = {pack_slot_x(i), pack_slot_y(i), PACK_SLOT_SIZE, PACK_SLOT_SIZE};
+    for (std::uint32_t i = 0; i < RECIPE_COUNT; ++i) all[INVENTORY_SLOTS + i] = recipe_row_box(i);
+    return all;
+}();
+constexpr auto PAUSE_BOXES = [] {
+    std::array<SDL_Rect, MENU_ITEM_COUNT> all{};
+    for (std::uint32_t i = 0; i < MENU_ITEM_COUNT; ++i) all[i] = pause_item_box(i);
+    return all;
+}();
+static_assert(INVENTORY_BOXES.size() <= FILL_AROUND_MAX_HOLES);
+
+void panel(SDL_Renderer* r, int x, int y, int w, int h, Holes holes = {}) {
+    fill_around(r, SDL_Rect{x, y, w, h}, holes, rgba(15, 18, 31, 228));
     outline(r, x, y, w, h, FOCUS_EDGE);
     outline(r, x + 2, y + 2, w - 4, h - 4, rgba(48, 70, 92));
 }
 
-void dim_screen(SDL_Renderer* r, std::uint8_t alpha) { fill(r, 0, 0, VIEW_W, VIEW_H, rgba(4, 7, 15, alpha)); }
+void dim_screen(SDL_Renderer* r, std::uint8_t alpha, Holes holes) {
+    fill_around(r, SDL_Rect{0, 0, VIEW_W, VIEW_H}, holes, rgba(4, 7, 15, alpha));
+}
 
 constexpr std::uint32_t STARS = 80;
 constexpr std::uint32_t BIG_STAR_ONE_IN = 4;  // one star in four is drawn 2 x 2
@@ -112,14 +136,21 @@ void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
 const char* selected_item_name(const Player& p) { return item_name(held_item(p)); }
 
 void draw_recipe_row(SDL_Renderer* r, std::uint32_t i, bool selected) {
-    const int y = 73 + 35 * static_cast<int>(i);
-    fill(r, 430, y, 168, 29, selected ? rgba(31, 57, 68) : rgba(10, 16, 27));
-    if (selected) outline(r, 430, y, 168, 29, FOCUS_EDGE);
+    const SDL_Rect box = recipe_row_box(i);
+    fill(r, box.x, box.y, box.w, box.h, selected ? rgba(31, 57, 68) : rgba(10, 16, 27));
+    if (selected) outline(r, box.x, box.y, box.w, box.h, FOCUS_EDGE);
+    const int y = box.y;
     text(r, 438, y + 4, RECIPE_LABELS[i].result, selected ? HIGHLIGHT : LABEL, 1);
     text(r, 438, y + 15, RECIPE_LABELS[i].cost, PANEL_HINT, 1);
 }
 
 }  // namespace
+
+std::span<const SDL_Rect> overlay_boxes(std::uint32_t screen) {
+    if (screen == SCREEN_INVENTORY) return INVENTORY_BOXES;
+    if (screen == SCREEN_PAUSE) return PAUSE_BOXES;
+    return {};
+}
 
 void render_title(SDL_Renderer* renderer, const Game* game, bool save_exists) {
     fill(renderer, 0, 0, VIEW_W, VIEW_H, rgba(9, 12, 27));
@@ -155,9 +186,10 @@ void render_create_form(SDL_Renderer* renderer, const Game* game) {
 }
 
 void render_inventory_overlay(SDL_Renderer* renderer, const Game* game) {
-    dim_screen(renderer, 165);
-    panel(renderer, 30, 31, 376, 282);
-    panel(renderer, 418, 31, 192, 282);
+    const Holes boxes = INVENTORY_BOXES;
+    dim_screen(renderer, 165, boxes);
+    panel(renderer, 30, 31, 376, 282, boxes.first(INVENTORY_SLOTS));
+    panel(renderer, 418, 31, 192, 282, boxes.last(RECIPE_COUNT));
 
     text(renderer, 48, 48, "PACK", LABEL, 2);
     for (std::uint32_t i = 0; i < INVENTORY_SLOTS; ++i) draw_pack_slot(renderer, *game, i);
@@ -171,14 +203,14 @@ void render_inventory_overlay(SDL_Renderer* renderer, const Game* game) {
 }
 
 void render_pause_overlay(SDL_Renderer* renderer, const Game* game) {
-    dim_screen(renderer, 190);
-    panel(renderer, 190, 80, 260, 202);
+    dim_screen(renderer, 190, PAUSE_BOXES);
+    panel(renderer, 190, 80, 260, 202, PAUSE_BOXES);
     text(renderer, 268, 103, "PAUSED", LABEL, 3);
     for (std::uint32_t i = 0; i < MENU_ITEM_COUNT; ++i) {
-        const int y = 154 + 34 * static_cast<int>(i);
+        const SDL_Rect box = pause_item_box(i);
         const bool selected = i == game->menu_cursor;
-        fill(renderer, 220, y, 200, 25, rgba(12, 21, 33));
-        outline(renderer, 220, y, 200, 25, selected ? FOCUS_EDGE : QUIET_EDGE);
-        text(renderer, centred_text_x(PAUSE_ITEMS[i], 1), y + 7, PAUSE_ITEMS[i], selected ? HIGHLIGHT : LABEL, 1);
+        fill(renderer, box.x, box.y, box.w, box.h, rgba(12, 21, 33));
+        outline(renderer, box.x, box.y, box.w, box.h, selected ? FOCUS_EDGE : QUIET_EDGE);
+        text(renderer, centred_text_x(PAUSE_ITEMS[i], 1), box.y + 7, PAUSE_ITEMS[i], selected ? HIGHLIGHT : LABEL, 1);
     }
 }

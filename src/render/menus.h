@@ -4,6 +4,8 @@
 
 #include <SDL.h>
 
+#include <span>
+
 #include "core/game.h"
 
 // LOAD WORLD is lit only when `save_exists`.
@@ -11,3 +13,7 @@ void render_title(SDL_Renderer* renderer, const Game* game, bool save_exists);
 void render_create_form(SDL_Renderer* renderer, const Game* game);
 void render_inventory_overlay(SDL_Renderer* renderer, const Game* game);
 void render_pause_overlay(SDL_Renderer* renderer, const Game* game);
+
+// The boxes an overlay on `screen` paints opaquely (none for other screens):
+// whatever is drawn under them earlier in the frame ends up hidden.
+std::span<const SDL_Rect> overlay_boxes(std::uint32_t screen);

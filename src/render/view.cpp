@@ -194,10 +194,11 @@ void draw_player(SDL_Renderer* r, const Game& g, Camera cam) {
     fill(r, px + 5, py + 12, 3, 3, rgba(111, 244, 204));
 }
 
-// One dimming layer for the whole night; torches are drawn again above it.
-void draw_darkness(SDL_Renderer* r, float light) {
+// One dimming layer for the whole night; torches are drawn again above it. Not
+// under `hidden`, which an overlay paints over.
+void draw_darkness(SDL_Renderer* r, float light, std::span<const SDL_Rect> hidden) {
     const auto alpha = static_cast<std::uint8_t>(to_px((1.0f - light) * 145.0f) & 255);
-    fill(r, 0, 0, VIEW_W, VIEW_H, rgba(11, 12, 31, alpha));
+    fill_around(r, SDL_Rect{0, 0, VIEW_W, VIEW_H}, hidden, rgba(11, 12, 31, alpha));
 }
 
 void draw_torch_glow(SDL_Renderer* r, const Game& g, Camera cam, TileRange range) {
@@ -271,6 +272,7 @@ void draw_hotbar(SDL_Renderer* r, const Game& g) {
 }
 
 void render_play_view(SDL_Renderer* r, const Game& g, const FrameInput& in) {
+    const std::span<const SDL_Rect> hidden = overlay_boxes(g.screen);
     const float light = daylight(g.time_of_day);
     const Camera cam{floor_px(g.camera_x), floor_px(g.camera_y)};
     const TileRange range = visible_tiles(cam);
@@ -282,7 +284,7 @@ void render_play_view(SDL_Renderer* r, const Game& g, const FrameInput& in) {
     draw_drops(r, g, cam);
     draw_creatures(r, g, cam);
     draw_player(r, g, cam);
-    draw_darkness(r, light);
+    draw_darkness(r, light, hidden);
     draw_torch_glow(r, g, cam, range);
     draw_pointed_tile(r, g, cam, in);
     draw_hearts(r, g.player);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "render/draw.h"
 #include "render_support.h"
@@ -30,4 +31,27 @@ TEST(Draw, OpaqueReplacesAndOnlyAlphaZeroIsSkipped) {
     SDL_RenderReadPixels(c.renderer, nullptr, SDL_PIXELFORMAT_ARGB8888, px.data(), sizeof px);
     const std::array<std::uint32_t, 3> want{0xFFC86432u, 0xFFC86432u, 0xFFC76331u};
     EXPECT_EQ(want, px);
+}
+
+// Around holes that overlap, stick out of the area or have no size, exactly the
+// pixels outside every hole blend; with too many holes the whole area does.
+TEST(Draw, FillAroundBlendsEverythingButTheHoles) {
+    std::uint32_t seed = 12345u;
+    const auto next = [&seed](int n) { return static_cast<int>((seed = seed * 1664525u + 1013904223u) >> 16) % n; };
+    for (int round = 0; round < 40; ++round) {
+        std::vector<SDL_Rect> holes(static_cast<std::size_t>(round < 39 ? next(9) : FILL_AROUND_MAX_HOLES + 1));
+        for (SDL_Rect& h : holes) h = {next(40) - 6, next(30) - 6, next(16), next(16)};
+        const SDL_Rect area{4, 3, 24, 20};
+        const std::uint32_t ground = rgba(30, 160, 90), veil = rgba(200, 40, 10, 120);
+        Canvas want(32, 26), got(32, 26);
+        for (Canvas* c : {&want, &got}) fill(c->renderer, 0, 0, 32, 26, ground);
+        fill(want.renderer, area.x, area.y, area.w, area.h, veil);
+        if (holes.size() <= FILL_AROUND_MAX_HOLES)
+            for (const SDL_Rect& h : holes) fill(want.renderer, h.x, h.y, h.w, h.h, ground);
+        fill_around(got.renderer, area, holes, veil);
+        std::vector<std::uint32_t> a(32 * 26), b(32 * 26);
+        SDL_RenderReadPixels(want.renderer, nullptr, SDL_PIXELFORMAT_ARGB8888, a.data(), 32 * 4);
+        SDL_RenderReadPixels(got.renderer, nullptr, SDL_PIXELFORMAT_ARGB8888, b.data(), 32 * 4);
+        EXPECT_EQ(a, b) << "round " << round << " with " << holes.size() << " holes";
+    }
 }
