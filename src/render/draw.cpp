@@ -125,20 +125,33 @@ void outline(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t c
     SDL_RenderDrawRect(renderer, &r);
 }
 
+// Whether row `r` of a glyph has a lit run from column a to b with nothing lit
+// beside it.
+static bool run_at(const Glyph& g, int r, int a, int b) {
+    if (r < 0 || r >= 7) return false;
+    for (int k = a; k <= b; ++k)
+        if (g.rows[r][k] != '#') return false;
+    return (a == 0 || g.rows[r][a - 1] != '#') && (b == 4 || g.rows[r][b + 1] != '#');
+}
+
 void text(SDL_Renderer* renderer, int x, int y, const char* str, std::uint32_t colour, int scale) {
     set_colour(renderer, colour);
     if (str == nullptr) return;
     int pen = x;
     for (const char* p = str; *p != '\0'; ++p) {
         const Glyph& g = glyph_for(static_cast<unsigned char>(*p));
-        // One rectangle per lit run of a row: the same pixels as a square per lit
-        // pixel, in about half the draw calls.
+        // One rectangle per lit run of a row, stretched down over the rows below
+        // that repeat it: the same pixels as a square per lit pixel, each drawn
+        // once, in a fraction of the draw calls.
         for (int r = 0; r < 7; ++r)
             for (int k = 0; k < 5; ++k) {
                 if (g.rows[r][k] != '#') continue;
                 const int start = k;
                 while (k + 1 < 5 && g.rows[r][k + 1] == '#') ++k;
-                fill_current(renderer, pen + start * scale, y + r * scale, (k - start + 1) * scale, scale);
+                if (run_at(g, r - 1, start, k)) continue;  // drawn with the run above
+                int rows = 1;
+                while (run_at(g, r + rows, start, k)) ++rows;
+                fill_current(renderer, pen + start * scale, y + r * scale, (k - start + 1) * scale, rows * scale);
             }
         pen += GLYPH_ADVANCE * scale;
     }
