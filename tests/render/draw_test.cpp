@@ -34,15 +34,16 @@ TEST(Draw, OpaqueReplacesAndOnlyAlphaZeroIsSkipped) {
 }
 
 // Around holes that overlap, stick out of the area or have no size, exactly the
-// pixels outside every hole blend; with too many holes the whole area does.
+// pixels outside every hole blend, even at alpha 1; with too many holes the
+// whole area does.
 TEST(Draw, FillAroundBlendsEverythingButTheHoles) {
     std::uint32_t seed = 12345u;
     const auto next = [&seed](int n) { return static_cast<int>((seed = seed * 1664525u + 1013904223u) >> 16) % n; };
     for (int round = 0; round < 40; ++round) {
         std::vector<SDL_Rect> holes(static_cast<std::size_t>(round < 39 ? next(9) : FILL_AROUND_MAX_HOLES + 1));
         for (SDL_Rect& h : holes) h = {next(40) - 6, next(30) - 6, next(16), next(16)};
-        const SDL_Rect area{4, 3, 24, 20};
-        const std::uint32_t ground = rgba(30, 160, 90), veil = rgba(200, 40, 10, 120);
+        const SDL_Rect area{next(8), next(6), next(26), next(22)};
+        const std::uint32_t ground = rgba(30, 160, 90), veil = rgba(200, 40, 10, round % 4 == 0 ? 1 : 120);
         Canvas want(32, 26), got(32, 26);
         for (Canvas* c : {&want, &got}) fill(c->renderer, 0, 0, 32, 26, ground);
         fill(want.renderer, area.x, area.y, area.w, area.h, veil);
