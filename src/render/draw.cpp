@@ -82,6 +82,15 @@ void set_colour(SDL_Renderer* renderer, std::uint32_t colour) {
                            static_cast<Uint8>(colour >> 16), static_cast<Uint8>(colour >> 24));
 }
 
+void box(SDL_Renderer* renderer, SDL_Rect at, std::uint32_t inside, std::uint32_t edge) {
+    if ((inside >> 24) != 0) {
+        set_colour(renderer, inside);
+        SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);  // the same pixels, through the cache
+        fill_current(renderer, at.x, at.y, at.w, at.h);
+    }
+    if ((edge >> 24) != 0) outline(renderer, at.x, at.y, at.w, at.h, edge);
+}
+
 void fill(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour) {
     if ((colour >> 24) == 0) return;  // fully transparent: no pixel changes (the darkness by day)
     set_colour(renderer, colour);

@@ -103,29 +103,25 @@ void draw_title_menu(SDL_Renderer* r, std::uint32_t cursor, bool save_exists) {
     for (std::uint32_t i = 0; i < MENU_ITEM_COUNT; ++i) {
         const int y = 177 + 34 * static_cast<int>(i);
         const bool selected = i == cursor;
-        fill(r, 208, y, 224, 26, selected ? rgba(31, 57, 68) : rgba(15, 21, 38));
-        outline(r, 208, y, 224, 26, selected ? FOCUS_EDGE : QUIET_EDGE);
+        box(r, {208, y, 224, 26}, selected ? rgba(31, 57, 68) : rgba(15, 21, 38), selected ? FOCUS_EDGE : QUIET_EDGE);
         text(r, centred_text_x(TITLE_ITEMS[i], 2), y + 9, TITLE_ITEMS[i], title_label_colour(i, selected, save_exists), 2);
     }
 }
 
 void form_field(SDL_Renderer* r, int y, const char* value, bool focused) {
-    fill(r, 137, y, 366, 30, rgba(8, 12, 24));
-    outline(r, 137, y, 366, 30, focused ? FIELD_FOCUS_EDGE : FORM_QUIET_EDGE);
+    box(r, {137, y, 366, 30}, rgba(8, 12, 24), focused ? FIELD_FOCUS_EDGE : FORM_QUIET_EDGE);
     text(r, 148, y + 10, value, LABEL, 2);
 }
 
 void form_button(SDL_Renderer* r, int x, int label_x, const char* label, bool focused) {
-    fill(r, x, 278, 130, 30, rgba(18, 31, 43));
-    outline(r, x, 278, 130, 30, focused ? FOCUS_EDGE : FORM_QUIET_EDGE);
+    box(r, {x, 278, 130, 30}, rgba(18, 31, 43), focused ? FOCUS_EDGE : FORM_QUIET_EDGE);
     text(r, label_x, 289, label, focused ? HIGHLIGHT : LABEL, 1);
 }
 
 void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
     const int x = pack_slot_x(i);
     const int y = pack_slot_y(i);
-    fill(r, x, y, PACK_SLOT_SIZE, PACK_SLOT_SIZE, rgba(10, 16, 27));
-    outline(r, x, y, PACK_SLOT_SIZE, PACK_SLOT_SIZE, i == g.player.selected ? FIELD_FOCUS_EDGE : rgba(55, 70, 85));
+    box(r, INVENTORY_BOXES[i], rgba(10, 16, 27), i == g.player.selected ? FIELD_FOCUS_EDGE : rgba(55, 70, 85));
     const InventorySlot& slot = g.player.inventory[i];
     if (slot.item == 0) return;
     draw_item(r, slot.item, x + 7, y + 6, 16, world_hash(g.seed, i, slot.item));
@@ -136,10 +132,9 @@ void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
 const char* selected_item_name(const Player& p) { return item_name(held_item(p)); }
 
 void draw_recipe_row(SDL_Renderer* r, std::uint32_t i, bool selected) {
-    const SDL_Rect box = recipe_row_box(i);
-    fill(r, box.x, box.y, box.w, box.h, selected ? rgba(31, 57, 68) : rgba(10, 16, 27));
-    if (selected) outline(r, box.x, box.y, box.w, box.h, FOCUS_EDGE);
-    const int y = box.y;
+    const SDL_Rect at = recipe_row_box(i);
+    box(r, at, selected ? rgba(31, 57, 68) : rgba(10, 16, 27), selected ? FOCUS_EDGE : 0);
+    const int y = at.y;
     text(r, 438, y + 4, RECIPE_LABELS[i].result, selected ? HIGHLIGHT : LABEL, 1);
     text(r, 438, y + 15, RECIPE_LABELS[i].cost, PANEL_HINT, 1);
 }
@@ -207,10 +202,9 @@ void render_pause_overlay(SDL_Renderer* renderer, const Game* game) {
     panel(renderer, 190, 80, 260, 202, PAUSE_BOXES);
     text(renderer, 268, 103, "PAUSED", LABEL, 3);
     for (std::uint32_t i = 0; i < MENU_ITEM_COUNT; ++i) {
-        const SDL_Rect box = pause_item_box(i);
+        const SDL_Rect at = pause_item_box(i);
         const bool selected = i == game->menu_cursor;
-        fill(renderer, box.x, box.y, box.w, box.h, rgba(12, 21, 33));
-        outline(renderer, box.x, box.y, box.w, box.h, selected ? FOCUS_EDGE : QUIET_EDGE);
-        text(renderer, centred_text_x(PAUSE_ITEMS[i], 1), box.y + 7, PAUSE_ITEMS[i], selected ? HIGHLIGHT : LABEL, 1);
+        box(renderer, at, rgba(12, 21, 33), selected ? FOCUS_EDGE : QUIET_EDGE);
+        text(renderer, centred_text_x(PAUSE_ITEMS[i], 1), at.y + 7, PAUSE_ITEMS[i], selected ? HIGHLIGHT : LABEL, 1);
     }
 }

@@ -257,8 +257,7 @@ void draw_hotbar(SDL_Renderer* r, const Game& g) {
     const Player& p = g.player;
     for (std::uint32_t i = 0; i < HOTBAR_SLOTS; ++i) {
         const int x = 150 + 34 * static_cast<int>(i);
-        fill(r, x, 322, 32, 32, rgba(17, 22, 31, 220));
-        outline(r, x, 322, 32, 32, i == p.selected ? rgba(255, 222, 95) : rgba(83, 100, 112));
+        box(r, {x, 322, 32, 32}, rgba(17, 22, 31, 220), i == p.selected ? rgba(255, 222, 95) : rgba(83, 100, 112));
         const InventorySlot& slot = p.inventory[i];
         if (slot.item == 0) continue;
         draw_item(r, slot.item, x + 8, 329, 16, world_hash(g.seed, i, slot.item));
