@@ -70,6 +70,15 @@ void fill_current(SDL_Renderer* renderer, int x, int y, int w, int h) {
     SDL_RenderFillRect(renderer, &r);
 }
 
+// Whether row `r` of a glyph has a lit run from column a to b with nothing lit
+// beside it.
+bool run_at(const Glyph& g, int r, int a, int b) {
+    if (r < 0 || r >= 7) return false;
+    for (int k = a; k <= b; ++k)
+        if (g.rows[r][k] != '#') return false;
+    return (a == 0 || g.rows[r][a - 1] != '#') && (b == 4 || g.rows[r][b + 1] != '#');
+}
+
 }  // namespace
 
 // An opaque colour blended over anything gives the colour itself, so it is drawn
@@ -132,15 +141,6 @@ void outline(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t c
     if (w <= 0 || h <= 0) return;
     const SDL_Rect r{x, y, w, h};
     SDL_RenderDrawRect(renderer, &r);
-}
-
-// Whether row `r` of a glyph has a lit run from column a to b with nothing lit
-// beside it.
-static bool run_at(const Glyph& g, int r, int a, int b) {
-    if (r < 0 || r >= 7) return false;
-    for (int k = a; k <= b; ++k)
-        if (g.rows[r][k] != '#') return false;
-    return (a == 0 || g.rows[r][a - 1] != '#') && (b == 4 || g.rows[r][b + 1] != '#');
 }
 
 void text(SDL_Renderer* renderer, int x, int y, const char* str, std::uint32_t colour, int scale) {
