@@ -91,11 +91,17 @@ void set_colour(SDL_Renderer* renderer, std::uint32_t colour) {
                            static_cast<Uint8>(colour >> 16), static_cast<Uint8>(colour >> 24));
 }
 
+// SDL's software renderer writes an opaque row of 16 pixels or more with
+// streaming stores that bypass the cache; the edge, icon and label drawn on the
+// box next would then read it back from memory. Narrower columns are written
+// through the cache.
+constexpr int BOX_COLUMN = 15;
+
 void box(SDL_Renderer* renderer, SDL_Rect at, std::uint32_t inside, std::uint32_t edge) {
     if ((inside >> 24) != 0) {
         set_colour(renderer, inside);
-        SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);  // the same pixels, through the cache
-        fill_current(renderer, at.x, at.y, at.w, at.h);
+        for (int x = 0; x < at.w; x += BOX_COLUMN)
+            fill_current(renderer, at.x + x, at.y, std::min(BOX_COLUMN, at.w - x), at.h);
     }
     if ((edge >> 24) != 0) outline(renderer, at.x, at.y, at.w, at.h, edge);
 }

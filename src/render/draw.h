@@ -40,10 +40,10 @@ void fill_around(SDL_Renderer* renderer, SDL_Rect area, std::span<const SDL_Rect
 void outline(SDL_Renderer* renderer, int x, int y, int w, int h, std::uint32_t colour);
 
 // A slot or menu item: its inside, then its edge (none when the edge's alpha is
-// 0). The inside goes through the blend path even when opaque, which gives the
-// same pixels: SDL's software renderer writes opaque rows of 16 pixels or more
-// with stores that bypass the cache, and the edge, icon and label drawn on the
-// box next would read it back from memory (a sixth of the inventory's cost).
+// 0). The inside is filled in columns a few pixels wide, which gives the same
+// pixels as one rectangle but keeps SDL's software renderer from streaming it
+// past the cache just before its edge, icon and label are drawn on it (a fifth
+// of the inventory overlay's cost).
 void box(SDL_Renderer* renderer, SDL_Rect at, std::uint32_t inside, std::uint32_t edge);
 
 // Leaves the draw colour set to `colour`. Lower case draws as upper case; bytes
