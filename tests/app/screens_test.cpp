@@ -62,8 +62,9 @@ TEST_F(Screens, AFailedSaveKeepsThePauseMenu) {
 }
 
 // The one-shot input that events leave for the frame: jump keys on a first press
-// only, left click use, right click place. Demos record this input rather than
-// derive it again, so only this test sees it.
+// only, left click use, right click place, each cleared when the next frame
+// begins. Demos record this input rather than derive it again, so only this test
+// sees it.
 TEST_F(Screens, EventsLeaveTheFramesOneShotInput) {
     game_new(g.get(), 77, "PLAY");
     const auto key = [](SDL_Keycode k, bool repeat) {
@@ -76,7 +77,7 @@ TEST_F(Screens, EventsLeaveTheFramesOneShotInput) {
         {button(SDL_BUTTON_RIGHT), {0, 0, 1}}, {button(SDL_BUTTON_MIDDLE), {0, 0, 0}},
     };
     for (std::size_t i = 0; i < std::size(cases); ++i) {
-        in = {};
+        frame_input_begin(&in);
         send(cases[i].first);
         EXPECT_EQ(cases[i].second, (std::array<int, 3>{in.jump_pressed, in.use_pressed, in.place})) << "case " << i;
     }

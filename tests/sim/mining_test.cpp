@@ -33,7 +33,7 @@ TEST_F(Mining, BreakingTimeDependsOnTileAndTool) {
         {TILE_STONE, ITEM_IRON_PICK, 15}, {TILE_STONE, ITEM_SHORT_SWORD, 181}, {TILE_DIRT, ITEM_WORN_PICK, 25},
         {TILE_WOOD, TILE_DIRT, 33}, {TILE_GLOW_CRYSTAL, ITEM_IRON_PICK, 23}, {TILE_GRASS, 0, 20},
         {TILE_BEDROCK, ITEM_IRON_PICK, -1}, {TILE_GLOW_CRYSTAL, 0, -1}, {TILE_GLOW_CRYSTAL, ITEM_WORN_PICK, -1},
-        {TILE_GLOW_CRYSTAL, ITEM_IRON_SWORD, -1}};
+        {TILE_GLOW_CRYSTAL, ITEM_IRON_SWORD, -1}, {TILE_DIRT, ITEM_IRON_SWORD, 55}};
     for (const auto& c : cases) {
         fixtures::hold(g, static_cast<std::uint16_t>(c[1]), c[1] != 0);
         tile_at(g, 132, 99) = static_cast<std::uint8_t>(c[0]);
