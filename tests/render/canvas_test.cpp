@@ -38,12 +38,15 @@ struct Window {
     // One frame of the debug world at night (translucent fills) with all five
     // cracks (lines) under the pointer, as the main loop draws it, over a window
     // left white so that unpainted bars show, read back from the whole window.
+    // The inventory sits over the world's bottom right corner, where the last
+    // tiles drawn are the grid's last.
     std::vector<Uint8> frame(ViewCanvas* c, std::uint32_t screen) {
         auto g = std::make_unique<Game>();
         game_new(g.get(), 5010501u, "QA WORLD");
         g->screen = screen;
         g->time_of_day = 0.8f;
         g->player.mine_progress = 100.0f;
+        if (screen == SCREEN_INVENTORY) g->camera_x = WORLD_W * TILE_SIZE - VIEW_W, g->camera_y = WORLD_H * TILE_SIZE - VIEW_H;
         const FrameInput in{0, 0, 0, 0, 0, 0, 0, 0, 200, 250};
         SDL_SetRenderDrawColor(renderer, 255, 255, 255, 255);
         SDL_RenderClear(renderer);
