@@ -11,6 +11,8 @@
 #include "app/options.h"
 #include "app/app_support.h"
 #include "render/render_support.h"
+#include "save/save_file.h"
+#include "world/new_game.h"
 
 namespace {
 
@@ -52,6 +54,17 @@ TEST(Program, FrameLimitedRunsAreRepeatableAndNeverSave) {
     EXPECT_FALSE(fs::exists(scratch("run") / "duskwell" / "talven" / "talven_world.tvw"));
 
     EXPECT_EQ(run_talven("--screenshot no/shot.bmp"), Outcome(1, "", "screenshot failed: Couldn't open no/shot.bmp\n"));
+
+    // With a world to load, LOAD WORLD is lit from the first frame: the drawing
+    // tests' "title-after-save" picture.
+    const fs::path save = scratch("run") / "duskwell" / "talven" / "talven_world.tvw";
+    const auto world = std::make_unique<Game>();
+    game_new(world.get(), 5u, "SAVED");
+    fs::create_directories(save.parent_path());
+    ASSERT_TRUE(game_save(world.get(), save.c_str()));
+    EXPECT_EQ(run_talven("--max-frames 1 --screenshot lit.bmp"), Outcome(0, "screenshot: lit.bmp\n", ""));
+    expect_screenshot(0xFD6A8C71u, scratch("run") / "lit.bmp");
+    fs::remove(save);
 }
 
 // Down and Return on the title choose LOAD WORLD with nothing to load; menus
