@@ -45,6 +45,9 @@ void play_by_day(Scene s) {
     for (int i = 0; i < 3; ++i) g.drops[i] = {p.x + drops[i].first, s.ground - 8.0f, 0, 0, drops[i].second, 1, 60, 1};
 }
 
+// The same moment turned left: only the eye moves.
+void play_facing_left(Scene s) { play_by_day(s), s.g.player.facing = -1; }
+
 // Deep night: a torch on the wall of a pocket dug under the surface, cracks
 // over a soft tile while the work belongs to a harder one, and the player just
 // hit and blinked out.
@@ -83,6 +86,7 @@ const Picture PICTURES[] = {
     {"title-load-failed", title_load_failed, false, -100, -100, 0x3523EFD3},  // and the save is gone again
     {"create-form", create_form, false, -100, -100, 0x94A2EB04},
     {"play-by-day", play_by_day, false, 355, 232, 0x2924E80F},
+    {"play-facing-left", play_facing_left, false, 355, 232, 0x9D23A727},
     {"play-by-night", play_by_night, false, 434, 296, 0x019093AB},
     {"inventory", inventory, false, 100, 100, 0xD655A0F5},
     {"pause-menu", pause_menu, false, 320, 180, 0xF565CA97},
