@@ -47,9 +47,9 @@ TEST_F(Creatures, SpawnRowIsTheNearestStandingRoomInTheBandWithTheHigherWinningA
     // given, the player's middle row, then the row the spawned creature sits in
     // (-1: none spawns).
     const int bands[][4] = {{86, -1, 100, -1}, {87, -1, 100, 88}, {111, -1, 100, 112}, {112, -1, 100, -1},
-                            {96, 102, 100, 97}, {94, 101, 100, 102}, {97, 100, 100, 101}, {157, -1, 150, -1}};
+                            {96, 102, 100, 97}, {94, 101, 100, 102}, {97, 100, 100, 101}, {157, -1, 150, -1}, {1, -1, 14, 2}};
     for (const auto& b : bands) {
-        fixtures::fill_tiles(g, 100, 80, 160, 159, TILE_STONE);
+        fixtures::fill_tiles(g, 100, 0, 160, 159, TILE_STONE);
         for (int k : {b[0], b[1]})
             if (k >= 0) fixtures::fill_tiles(g, 100, k, 160, k + 1, TILE_EMPTY);
         fixtures::put_player(g, 2082.0f, static_cast<float>(b[2] * 16 - 10));
