@@ -50,3 +50,13 @@ TEST_F(FrameRenderer, PacingClaimRateAndCanvasResets) {
     canvas_destroy(&canvas);
     SDL_DestroyRenderer(renderer);
 }
+
+// Measured time: each frame's step runs from the frame before it, here the first
+// from a second ago and the next from the first. The title's notice counts down by them.
+TEST_F(FrameRenderer, EachMeasuredStepStartsAtTheFrameBefore) {
+    g->notice_timer = 10.0f;
+    FrameTimer timer{SDL_GetPerformanceCounter() - SDL_GetPerformanceFrequency(), false};
+    frame_step(g.get(), window, &in, &timer, nullptr, nullptr);
+    frame_step(g.get(), window, &in, &timer, nullptr, nullptr);
+    EXPECT_NEAR(9.0f, g->notice_timer, 0.25f);
+}
