@@ -149,7 +149,7 @@ TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
     ev[6].type = SDL_MOUSEMOTION;
     ev[7].type = SDL_KEYDOWN, ev[7].key.keysym.sym = SDLK_e;
     for (const SDL_Event& e : ev) demo_record_event(demo.recorder, &e);
-    const FrameInput input{1, 0, 0, 1, 0, 1, 0, 1, -5, 400};
+    const FrameInput input{1, 0, 0, 1, 0, 1, 0, 1, -5, 0};  // a pointer step of 0 is one byte
     for (int frame = 1; frame <= 60; ++frame) {
         game->running = frame < 60;  // the last frame quits
         demo_record_frame(demo.recorder, &input, 0.02f, game.get());
@@ -160,9 +160,9 @@ TEST(Demo, TheRecorderKeepsWhatTheScreensRead) {
     // Read back and written again it comes out byte for byte, and those bytes are pinned:
     // a frame like the one before costs one byte, a digest four more.
     const Bytes bytes = read_bytes(file);
-    EXPECT_EQ(16u + 9u + (69u + 58u + 5u) + 9u + 8u, bytes.size());
+    EXPECT_EQ(16u + 9u + (68u + 58u + 5u) + 9u + 8u, bytes.size());
     EXPECT_EQ(bytes, rewrite(bytes, [](DemoFrame*) {}, 0));
-    EXPECT_EQ(0xCCD8E32Cu, fnv1a(bytes.data(), bytes.size()));
+    EXPECT_EQ(0xF63938D8u, fnv1a(bytes.data(), bytes.size()));
 
     // More events in one frame than a demo holds: the recording stops, and says so.
     ASSERT_TRUE(demo_session_open(&demo, &opts));
@@ -247,8 +247,11 @@ TEST(Demo, DamagedDemosAreRefusedWithOneLine) {
         EXPECT_EQ(Outcome(1, "", "TALVEN: demo FILE: demo is corrupted (" + std::string(says) + ")\n"), replay(bytes));
     }
 
-    // A save inside the demo that the save loader refuses (a wrong save version), under a good header checksum.
+    // Cut right after its save, before any frame: cut off like any other.
     Bytes death = read_demo("death_and_respawn.tvd");
+    EXPECT_EQ(Outcome(1, "", "TALVEN: demo FILE: " + cut_off + "\n"),
+              replay(Bytes(death.begin(), death.begin() + DEMO_HEADER_SIZE + 82180)));
+    // A save inside the demo that the save loader refuses (a wrong save version), under a good header checksum.
     death[DEMO_HEADER_SIZE + 4] ^= 1;
     put_u32(&death, 12, fnv1a(death.data() + 16, 82180, fnv1a(death.data(), 12)));
     EXPECT_EQ(Outcome(1, "", "TALVEN: demo FILE: its save file is refused by the save loader\n"), replay(death, ""));
