@@ -46,11 +46,11 @@ constexpr RecipeLabel RECIPE_LABELS[RECIPE_COUNT] = {
 
 using Holes = std::span<const SDL_Rect>;
 
-// Boxes painted opaquely over the dim and the panels: nothing is blended under them.
 constexpr SDL_Rect recipe_row_box(std::uint32_t i) { return {430, 73 + 35 * static_cast<int>(i), 168, 29}; }
 constexpr SDL_Rect pause_item_box(std::uint32_t i) { return {220, 154 + 34 * static_cast<int>(i), 200, 25}; }
 
-// The inventory's slots, then its recipe rows.
+// The boxes each overlay paints opaquely over its dim and panels, so nothing
+// needs blending under them: the inventory's slots, then its recipe rows.
 constexpr auto INVENTORY_BOXES = [] {
     std::array<SDL_Rect, INVENTORY_SLOTS + RECIPE_COUNT> all{};
     for (std::uint32_t i = 0; i < INVENTORY_SLOTS; ++i)
@@ -134,9 +134,8 @@ const char* selected_item_name(const Player& p) { return item_name(held_item(p))
 void draw_recipe_row(SDL_Renderer* r, std::uint32_t i, bool selected) {
     const SDL_Rect at = recipe_row_box(i);
     box(r, at, selected ? rgba(31, 57, 68) : rgba(10, 16, 27), selected ? FOCUS_EDGE : 0);
-    const int y = at.y;
-    text(r, 438, y + 4, RECIPE_LABELS[i].result, selected ? HIGHLIGHT : LABEL, 1);
-    text(r, 438, y + 15, RECIPE_LABELS[i].cost, PANEL_HINT, 1);
+    text(r, 438, at.y + 4, RECIPE_LABELS[i].result, selected ? HIGHLIGHT : LABEL, 1);
+    text(r, 438, at.y + 15, RECIPE_LABELS[i].cost, PANEL_HINT, 1);
 }
 
 }  // namespace
