@@ -119,13 +119,12 @@ void form_button(SDL_Renderer* r, int x, int label_x, const char* label, bool fo
 }
 
 void draw_pack_slot(SDL_Renderer* r, const Game& g, std::uint32_t i) {
-    const int x = pack_slot_x(i);
-    const int y = pack_slot_y(i);
-    box(r, INVENTORY_BOXES[i], rgba(10, 16, 27), i == g.player.selected ? FIELD_FOCUS_EDGE : rgba(55, 70, 85));
+    const SDL_Rect& at = INVENTORY_BOXES[i];
+    box(r, at, rgba(10, 16, 27), i == g.player.selected ? FIELD_FOCUS_EDGE : rgba(55, 70, 85));
     const InventorySlot& slot = g.player.inventory[i];
     if (slot.item == 0) return;
-    draw_item(r, slot.item, x + 7, y + 6, 16, world_hash(g.seed, i, slot.item));
-    stack_count(r, x + 28, y + 21, slot.count, LABEL);
+    draw_item(r, slot.item, at.x + 7, at.y + 6, 16, world_hash(g.seed, i, slot.item));
+    stack_count(r, at.x + 28, at.y + 21, slot.count, LABEL);
 }
 
 // An empty hand is item 0, whose name is "EMPTY".
