@@ -1,15 +1,11 @@
 // Demos: sessions recorded from real play still replay to the same digests, a
 // recording replays in a window and headless, a changed frame shows where it
 // first bites, and every damaged demo is refused with one line.
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
 #include <array>
 #include <cstring>
-#include <functional>
-#include <memory>
-#include <string>
 
 #include "app/demo.h"
 #include "app/demo_format.h"

@@ -3,12 +3,8 @@
 // usual message instead of the game being killed; without a per-user folder the
 // game says once where the world goes; a save path one byte too long for its
 // 1024-byte buffer saves nothing anywhere, one that just fits saves as usual.
-#include <gtest/gtest.h>
-#include <signal.h>
 
 #include <cstring>
-#include <fstream>
-#include <memory>
 
 #include "app/app_support.h"
 #include "save/save_file.h"

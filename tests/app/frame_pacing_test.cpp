@@ -1,8 +1,6 @@
 // When the loop sleeps out the rest of a frame, and for how long.
 #include "app/frame_pacing.h"
 
-#include <gtest/gtest.h>
-
 #include "app/app_support.h"
 #include "app/frame_step.h"
 #include "render/canvas.h"

@@ -1,10 +1,6 @@
 // The program as a player or a script starts it: the real binary, and its frame
 // loop run in this process with keys queued before the first frame. Unattended
 // runs step exactly 1/60 s a frame, so their screenshots are the same every time.
-#include <SDL.h>
-
-#include <memory>
-#include <string>
 
 #include "app/frame_clock.h"
 #include "app/main_loop.h"

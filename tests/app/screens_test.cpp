@@ -2,14 +2,10 @@
 // with a hidden 1280 x 720 window on the dummy video driver.
 #include "app/screens.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <climits>
 #include <cstring>
-#include <filesystem>
 #include <initializer_list>
-#include <string>
 #include <string_view>
 #include <utility>
 

@@ -3,10 +3,8 @@
 // event handler, random held keys, pointer and frame times, then the frame step;
 // the world's promises are checked after every frame. TALVEN_SOAK_FRAMES sets the
 // length (`make soak` runs ten million).
-#include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <random>
 
 #include "app/app_support.h"

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "core/inventory.h"
 #include "sim/sim_fixtures.h"

@@ -6,7 +6,6 @@
 #include <fcntl.h>
 #include <signal.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <random>

@@ -1,5 +1,4 @@
 // Mining by tool and reach, and the drops that broken tiles leave behind.
-#include <gtest/gtest.h>
 
 #include <cmath>
 

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 
 #include "core/game_digest.h"
 #include "sim/mining.h"

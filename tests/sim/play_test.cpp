@@ -2,11 +2,8 @@
 // next morning: crafting at a workbench, running, tunnelling, building, sword
 // fighting, dying and coming back. Digests of the whole record at checkpoints pin
 // every rule of the frame step; a record copied at a checkpoint must replay alike.
-#include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
-#include <cstring>
 #include <utility>
 
 #include "core/crafting.h"

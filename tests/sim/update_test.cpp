@@ -1,7 +1,6 @@
 // The frame step's edges that scripted play never reaches: stalls, the clock's
 // bounds, the world's corners and the autosave. (Menus freezing the world is
 // pinned by the recorded demos.)
-#include <gtest/gtest.h>
 
 #include <cmath>
 

@@ -2,7 +2,6 @@
 // IRON PICK, each pixel grown to a square, on a transparent background.
 #include <png.h>
 
-#include <string>
 #include <vector>
 
 #include "core/tiles.h"
