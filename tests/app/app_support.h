@@ -69,6 +69,11 @@ inline Outcome run_talven(const std::string& args, const std::string& shell = ""
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, drain(out[0]), drain(err[0])};
 }
 
+// A key pressed (or, with `repeat`, held down until it repeats), as SDL queues it.
+inline SDL_Event key_down(SDL_Keycode k, bool repeat = false) {
+    return SDL_Event{.key = {SDL_KEYDOWN, 0, 0, SDL_PRESSED, repeat, 0, 0, {SDL_SCANCODE_UNKNOWN, k, 0, 0}}};
+}
+
 // SDL's video with one hidden, resizable 1280 x 720 window, and a game that runs.
 class HiddenWindow : public ::testing::Test {
 protected:

@@ -69,10 +69,7 @@ TEST(Program, FrameLimitedRunsAreRepeatableAndNeverSave) {
 TEST(FrameLoop, MenuNoticesTimeOut) {
     for (const auto& [frames, digest] : {std::pair(119, 0x3523EFD3u), std::pair(121, 0xC4E74A91u)}) {
         ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
-        for (const SDL_Keycode k : {SDLK_DOWN, SDLK_RETURN}) {
-            SDL_Event e{.key = {SDL_KEYDOWN, 0, 0, SDL_PRESSED, 0, 0, 0, {SDL_SCANCODE_UNKNOWN, k, 0, 0}}};
-            SDL_PushEvent(&e);
-        }
+        for (SDL_Event e : {key_down(SDLK_DOWN), key_down(SDLK_RETURN)}) SDL_PushEvent(&e);
         const std::string n = std::to_string(frames), shot = (scratch("run") / ("title-after-" + n + "-frames.bmp")).string();
         fs::create_directories(scratch("run"));
         const char* argv[] = {"talven", "--max-frames", n.c_str(), "--screenshot", shot.c_str()};

@@ -19,8 +19,7 @@ class Screens : public app_test::HiddenWindow {
 protected:
     void send(SDL_Event e) { screens_handle_event(g.get(), window, &in, &e); }
     void keys(std::initializer_list<SDL_Keycode> ks, bool repeat = false) {
-        for (const SDL_Keycode k : ks)
-            send({.key = {SDL_KEYDOWN, 0, 0, SDL_PRESSED, repeat, 0, 0, {SDL_SCANCODE_UNKNOWN, k, 0, 0}}});
+        for (const SDL_Keycode k : ks) send(app_test::key_down(k, repeat));
     }
     void type(std::string_view s) {
         SDL_Event e{.text = {SDL_TEXTINPUT, 0, 0, {}}};
@@ -63,9 +62,7 @@ TEST_F(Screens, AFailedSaveKeepsThePauseMenu) {
 // sees it.
 TEST_F(Screens, EventsLeaveTheFramesOneShotInput) {
     game_new(g.get(), 77, "PLAY");
-    const auto key = [](SDL_Keycode k, bool repeat) {
-        return SDL_Event{.key = {SDL_KEYDOWN, 0, 0, SDL_PRESSED, repeat, 0, 0, {SDL_SCANCODE_UNKNOWN, k, 0, 0}}};
-    };
+    const auto key = app_test::key_down;
     const auto button = [](Uint8 b) { return SDL_Event{.button = {SDL_MOUSEBUTTONDOWN, 0, 0, 0, b, SDL_PRESSED, 1, 0, 9, 9}}; };
     const std::pair<SDL_Event, std::array<int, 3>> cases[] = {  // jump_pressed, use_pressed, place
         {key(SDLK_SPACE, false), {1, 0, 0}}, {key(SDLK_UP, false), {1, 0, 0}}, {key(SDLK_w, false), {1, 0, 0}},
