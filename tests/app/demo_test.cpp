@@ -93,7 +93,8 @@ TEST(Demo, ARecordingReplaysInAWindowAndHeadless) {
     const std::string file = (scratch() / "rec.tvd").string();
     // From the title, and from the debug world with its autosave off (a screenshot run).
     for (const std::string& start : {std::string(), "--debug-game --screenshot '" + file + ".bmp' "}) {
-        EXPECT_EQ(0, std::get<0>(talven(start + "--max-frames 65 --record '" + file + "'"))) << start;
+        EXPECT_EQ(0, std::get<0>(talven(start + "--max-frames 65 --record '" + file + "'", {}, "umask 022; "))) << start;
+        EXPECT_EQ(fs::perms(0644), fs::status(file).permissions());  // as any file the player makes
         EXPECT_EQ(Outcome(0, "demo " + file + ": 65 frames, every digest matches\n", ""), talven("--replay '" + file + "' --verify"));
     }
     fs::remove(file + ".bmp");

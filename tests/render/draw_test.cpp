@@ -54,3 +54,14 @@ TEST(Draw, FillAroundBlendsEverythingButTheHoles) {
         EXPECT_EQ(a, b) << "round " << round << " with " << holes.size() << " holes";
     }
 }
+
+// Typed names may hold small letters: they are drawn as capitals, a to z.
+TEST(Draw, SmallLettersAreDrawnAsCapitals) {
+    Canvas small(24, 7), capital(24, 7);
+    text(small.renderer, 0, 0, "az", rgba(255, 255, 255), 1);
+    text(capital.renderer, 0, 0, "AZ", rgba(255, 255, 255), 1);
+    std::vector<std::uint32_t> a(24 * 7), b(24 * 7);
+    SDL_RenderReadPixels(small.renderer, nullptr, SDL_PIXELFORMAT_ARGB8888, a.data(), 24 * 4);
+    SDL_RenderReadPixels(capital.renderer, nullptr, SDL_PIXELFORMAT_ARGB8888, b.data(), 24 * 4);
+    EXPECT_EQ(b, a);
+}

@@ -1,6 +1,7 @@
 
 #include <set>
 
+#include "sim/combat.h"
 #include "sim/creatures.h"
 #include "sim/sim_fixtures.h"
 
@@ -77,4 +78,18 @@ TEST_F(Creatures, ContactHurtsOnceEveryTouchingCreatureSpendsItsAttackAndPast115
     EXPECT_EQ(125.0f, g.player.vx);  // level counts as right of the first; the rest of a hit is in the play digests
     EXPECT_EQ(1, kept.alive);
     EXPECT_EQ(0, gone.alive);
+}
+
+// A sword reaches a creature whose centre tile, here (135, 100), is within one
+// tile of the pointed one on both axes; with the strike cooling down it reaches none.
+TEST_F(Creatures, AStrikeReachesOneTileAroundTheCreaturesCentre) {
+    fixtures::hold(g, ITEM_SHORT_SWORD);
+    const int cells[][3] = {{134, 99, 1}, {136, 101, 1}, {133, 100, 0}, {137, 100, 0}, {135, 98, 0}, {135, 102, 0}};
+    for (const auto& [tx, ty, struck] : cells) {
+        put(g, 0, 76.0f);
+        g.player.attack_cooldown = 0.0f;
+        EXPECT_EQ(struck == 1, strike_creature(&g, tx, ty)) << tx << ", " << ty;
+    }
+    g.player.attack_cooldown = 0.01f;
+    EXPECT_EQ(false, strike_creature(&g, 135, 100));
 }
