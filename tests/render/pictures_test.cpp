@@ -30,14 +30,15 @@ void create_form(Scene s) { s.g.screen = SCREEN_CREATE, s.g.form_focus = 1, std:
 
 // Walking right past a small creature squashed on the ground and a large one in
 // the air, beside drops of wood, brick (their lines at (2 * 8) / 3) and ore,
-// while cracks spread over the tile under the pointer; 7 of 10 health left.
+// while cracks spread over the tile under the pointer; 7 of 10 health left, and
+// shown between two blinks of a hurt.
 void play_by_day(Scene s) {
     Game& g = s.g;
     Player& p = g.player;
     // The sun's last instant. Tick 46 squashes creatures and bobs the player on rhythms
     // (every 14 and every 5 ticks) that a neighbouring period would not match.
     g.time_of_day = 0.55f, g.tick = 46;
-    p.y = s.ground - 26.0f, p.on_ground = 1, p.vx = 50.0f, p.hp = 7, p.selected = 3;
+    p.y = s.ground - 26.0f, p.on_ground = 1, p.vx = 50.0f, p.hp = 7, p.selected = 3, p.hurt_timer = 0.15f;
     p.mine_progress = tile_hardness(tile_at(g, s.c + 2, s.r)) * 0.7f;
     g.creatures[0] = {p.x - 120.0f, s.ground - 14.0f, 0, 0, 5, 0, -1, 0, 0, 1, 1};
     g.creatures[1] = {p.x + 150.0f, p.y - 40.0f, 0, 0, 9, 1, 1, 0, 0, 1, 0};
