@@ -59,6 +59,7 @@ void play_by_night(Scene s) {
     for (int c = s.c + 1; c <= s.c + 6; ++c)
         for (int r = s.r + 3; r <= s.r + 4; ++r) tile_at(g, c, r) = TILE_EMPTY;
     tile_at(g, s.c + 6, s.r + 3) = TILE_TORCH;
+    tile_at(g, s.c + 20, s.r + 3) = TILE_TORCH;  // in the last column in view, all but off it: its glow shows
     g.creatures[0] = {g.player.x - 90.0f, g.player.y, 0, 0, 9, 1, -1, 0, 0, 1, 0};
 }
 
@@ -88,7 +89,7 @@ const Picture PICTURES[] = {
     {"create-form", create_form, false, -100, -100, 0x94A2EB04},
     {"play-by-day", play_by_day, false, 355, 232, 0x2924E80F},
     {"play-facing-left", play_facing_left, false, 355, 232, 0x9D23A727},
-    {"play-by-night", play_by_night, false, 434, 296, 0x019093AB},
+    {"play-by-night", play_by_night, false, 434, 296, 0x90A991BB},
     {"inventory", inventory, false, 100, 100, 0xD655A0F5},
     {"pause-menu", pause_menu, false, 320, 180, 0xF565CA97},
 };
