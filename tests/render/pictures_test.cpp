@@ -46,8 +46,9 @@ void play_by_day(Scene s) {
     for (int i = 0; i < 3; ++i) g.drops[i] = {p.x + drops[i].first, s.ground - 8.0f, 0, 0, drops[i].second, 1, 60, 1};
 }
 
-// The same moment turned left: only the eye moves.
-void play_facing_left(Scene s) { play_by_day(s), s.g.player.facing = -1; }
+// The same moment turned left and slowed to 10 px/s, which is standing: the eye
+// moves and the walk's bob stops.
+void play_facing_left(Scene s) { play_by_day(s), s.g.player.facing = -1, s.g.player.vx = -10.0f; }
 
 // Deep night: a torch on the wall of a pocket dug under the surface, cracks
 // over a soft tile while the work belongs to a harder one, and the player just
@@ -88,7 +89,7 @@ const Picture PICTURES[] = {
     {"title-load-failed", title_load_failed, false, -100, -100, 0x3523EFD3},  // and the save is gone again
     {"create-form", create_form, false, -100, -100, 0x94A2EB04},
     {"play-by-day", play_by_day, false, 355, 232, 0x2924E80F},
-    {"play-facing-left", play_facing_left, false, 355, 232, 0x9D23A727},
+    {"play-facing-left", play_facing_left, false, 355, 232, 0xB665A6D3},
     {"play-by-night", play_by_night, false, 434, 296, 0x90A991BB},
     {"inventory", inventory, false, 100, 100, 0xD655A0F5},
     {"pause-menu", pause_menu, false, 320, 180, 0xF565CA97},
