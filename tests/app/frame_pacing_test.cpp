@@ -2,6 +2,7 @@
 #include "app/frame_pacing.h"
 
 #include "app/app_support.h"
+#include "app/demo.h"
 #include "app/frame_step.h"
 #include "render/canvas.h"
 
@@ -30,7 +31,7 @@ TEST(FramePacing, SleepsOnlyWhereTheDisplayDoesNotHoldThePresent) {
 // The frame loop reads the renderer: whether it claims to wait for the display
 // (SDL's software renderer claims it even where it cannot, which is why a claim
 // alone is not trusted), the display's rate (none without a window), and the
-// reset events that make the canvas again.
+// reset events that make the canvas again, in play and in a replay.
 using FrameRenderer = app_test::HiddenWindow;
 
 TEST_F(FrameRenderer, PacingClaimRateAndCanvasResets) {
@@ -45,6 +46,19 @@ TEST_F(FrameRenderer, PacingClaimRateAndCanvasResets) {
     SDL_PushEvent(&reset);
     frame_read_input(g.get(), window, &in, &canvas);
     EXPECT_NE(nullptr, canvas.texture);
+    // A replay in a window reads the window's events itself, resets among them.
+    canvas_destroy(&canvas);
+    RunOptions opts{};
+    opts.replay = TALVEN_DEMO_DIR "/inventory_clicks.tvd";
+    opts.max_frames = 1;  // cut short: no closing digest to check
+    DemoSession demo{};
+    ASSERT_TRUE(demo_session_open(&demo, &opts));
+    ASSERT_TRUE(demo_session_start(&demo, g.get()));
+    SDL_PushEvent(&reset);
+    FrameTimer timer{};
+    EXPECT_EQ(true, demo_session_step(&demo, g.get(), window, &in, &timer, &canvas));
+    EXPECT_NE(nullptr, canvas.texture);
+    demo_session_close(&demo, g.get(), opts);
     canvas_destroy(&canvas);
     SDL_DestroyRenderer(renderer);
 }

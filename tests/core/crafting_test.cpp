@@ -52,6 +52,10 @@ TEST_F(Crafting, IronToolsNeedAWorkbenchWithinFourTilesAndBothMaterialsBeforeAny
         give(item, n);
         expect_refused(4, "MISSING MATERIALS");
     }
+    std::memset(g.player.inventory, 0, sizeof g.player.inventory);
+    for (const auto& [item, n] : {std::pair{TILE_IRON_ORE, 6}, {TILE_WOOD, 2}}) give(item, n);  // one sword's worth
+    EXPECT_TRUE(craft_recipe(&g, 5));
+    EXPECT_EQ(" 0:103x1", slots(g.player));
 }
 
 TEST_F(Crafting, AFullInventoryRefundsTheInputsByTheAddRule) {

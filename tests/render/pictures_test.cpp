@@ -27,6 +27,7 @@ void title_load_failed(Scene s) {
 }
 void title_after_save(Scene s) { s.g.screen = SCREEN_TITLE, s.g.notice_timer = 0.0f; }
 void create_form(Scene s) { s.g.screen = SCREEN_CREATE, s.g.form_focus = 1, std::strcpy(s.g.name, "GLIMWICK WORLD"); }
+void create_form_back(Scene s) { create_form(s), s.g.form_focus = 3; }
 
 // Walking right past a small creature squashed on the ground and a large one in
 // the air, beside drops of wood, brick (their lines at (2 * 8) / 3) and ore,
@@ -88,6 +89,7 @@ const Picture PICTURES[] = {
     {"title-after-save", title_after_save, true, -100, -100, 0xFD6A8C71},
     {"title-load-failed", title_load_failed, false, -100, -100, 0x3523EFD3},  // and the save is gone again
     {"create-form", create_form, false, -100, -100, 0x94A2EB04},
+    {"create-form-back", create_form_back, false, -100, -100, 0xDA7C9894},
     {"play-by-day", play_by_day, false, 355, 232, 0x2924E80F},
     {"play-facing-left", play_facing_left, false, 355, 232, 0xB665A6D3},
     {"play-by-night", play_by_night, false, 434, 296, 0x90A991BB},

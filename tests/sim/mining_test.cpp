@@ -40,6 +40,12 @@ TEST_F(Mining, BreakingTimeDependsOnTileAndTool) {
         EXPECT_EQ(0.0f, g.player.mine_progress) << "tile " << c[0] << ": no work kept, broken or not";
     }
     EXPECT_STREQ("IRON PICK REQUIRED", g.notice);
+    // Work on a tile that turns out to need the iron pick is dropped, not kept for it.
+    tile_at(g, 132, 99) = TILE_STONE;
+    game_attack_or_mine(&g, 132, 99, fixtures::STEP);
+    tile_at(g, 132, 99) = TILE_GLOW_CRYSTAL;
+    game_attack_or_mine(&g, 132, 99, fixtures::STEP);
+    EXPECT_EQ(0.0f, g.player.mine_progress);
 }
 
 TEST_F(Mining, ReachEndsAtExactlyThirtyNineSquareTilesAndANewTargetStartsOver) {

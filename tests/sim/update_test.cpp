@@ -17,6 +17,10 @@ TEST_F(FrameUpdate, DayClockTakesFiveFramesToWrapFromNearlyOneAndNightSpawnsFast
     for (int i = 0; i < 4; ++i) step(0.05f);
     EXPECT_EQ(2u, g.day);
     EXPECT_NEAR(0.0000416f, g.time_of_day, 1e-6f);
+    // A step that lands exactly on 1 is the next day's start: no save may hold a 1.
+    g.time_of_day = std::nextafter(1.0f, 0.0f);
+    step(240.0f / 16777216.0f);  // one float step below 1, over the day's 240 s
+    EXPECT_EQ(0.0f, g.time_of_day);
     // Night lies strictly between 0.55 and 0.92; dt 0 keeps the clock on a bound.
     const float times[][2] = {{0.55f, 5.5f}, {std::nextafter(0.55f, 1.0f), 2.2f},
                               {std::nextafter(0.92f, 0.0f), 2.2f}, {0.92f, 5.5f}};
