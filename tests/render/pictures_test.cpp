@@ -29,17 +29,17 @@ void title_after_save(Scene s) { s.g.screen = SCREEN_TITLE, s.g.notice_timer = 0
 void create_form(Scene s) { s.g.screen = SCREEN_CREATE, s.g.form_focus = 1, std::strcpy(s.g.name, "GLIMWICK WORLD"); }
 void create_form_back(Scene s) { create_form(s), s.g.form_focus = 3; }
 
-// Walking right past a small creature squashed on the ground and a large one in
-// the air, beside drops of wood, brick (their lines at (2 * 8) / 3) and ore,
-// while cracks spread over the tile under the pointer; 7 of 10 health left, and
-// shown between two blinks of a hurt.
+// Walking right (just past the 10 px/s a stride needs) past a small creature
+// squashed on the ground and a large one in the air, beside drops of wood, brick
+// (their lines at (2 * 8) / 3) and ore, while cracks spread over the tile under
+// the pointer; 7 of 10 health left, and shown between two blinks of a hurt.
 void play_by_day(Scene s) {
     Game& g = s.g;
     Player& p = g.player;
     // The sun's last instant. Tick 46 squashes creatures and bobs the player on rhythms
     // (every 14 and every 5 ticks) that a neighbouring period would not match.
     g.time_of_day = 0.55f, g.tick = 46;
-    p.y = s.ground - 26.0f, p.on_ground = 1, p.vx = 50.0f, p.hp = 7, p.selected = 3, p.hurt_timer = 0.15f;
+    p.y = s.ground - 26.0f, p.on_ground = 1, p.vx = 11.0f, p.hp = 7, p.selected = 3, p.hurt_timer = 0.15f;
     p.mine_progress = tile_hardness(tile_at(g, s.c + 2, s.r)) * 0.7f;
     g.creatures[0] = {p.x - 120.0f, s.ground - 14.0f, 0, 0, 5, 0, -1, 0, 0, 1, 1};
     g.creatures[1] = {p.x + 150.0f, p.y - 40.0f, 0, 0, 9, 1, 1, 0, 0, 1, 0};
@@ -75,6 +75,9 @@ void inventory(Scene s) {
     g.player.inventory[34] = {TILE_MAX + 1, 1};
 }
 
+// The camera in the world's bottom right corner: the last column and row are drawn.
+void world_corner(Scene s) { s.g.camera_x = WORLD_W * 16 - VIEW_W, s.g.camera_y = WORLD_H * 16 - VIEW_H; }
+
 void pause_menu(Scene s) { s.g.screen = SCREEN_PAUSE, s.g.menu_cursor = 1, s.g.time_of_day = 0.56f; }  // moonrise
 
 struct Picture {
@@ -93,6 +96,7 @@ const Picture PICTURES[] = {
     {"play-by-day", play_by_day, false, 355, 232, 0x2924E80F},
     {"play-facing-left", play_facing_left, false, 355, 232, 0xB665A6D3},
     {"play-by-night", play_by_night, false, 434, 296, 0x90A991BB},
+    {"world-corner", world_corner, false, -100, -100, 0x02AF0201},
     {"inventory", inventory, false, 100, 100, 0xD655A0F5},
     {"pause-menu", pause_menu, false, 320, 180, 0xF565CA97},
 };
