@@ -1,10 +1,7 @@
-// The program as a player or a script starts it: the real binary, and its frame
-// loop run in this process with keys queued before the first frame. Unattended
-// runs step exactly 1/60 s a frame, so their screenshots are the same every time.
+// The program as a player or a script starts it. Unattended runs step exactly
+// 1/60 s a frame, so their screenshots are the same every time.
 
 #include "app/frame_clock.h"
-#include "app/main_loop.h"
-#include "app/options.h"
 #include "app/app_support.h"
 #include "render/render_support.h"
 #include "save/save_file.h"
@@ -61,21 +58,6 @@ TEST(Program, FrameLimitedRunsAreRepeatableAndNeverSave) {
     EXPECT_EQ(run_talven("--max-frames 1 --screenshot lit.bmp"), Outcome(0, "screenshot: lit.bmp\n", ""));
     expect_screenshot(0xFD6A8C71u, scratch("run") / "lit.bmp");
     fs::remove(save);
-}
-
-// Down and Return on the title choose LOAD WORLD with nothing to load; menus
-// have no simulation step, yet the 2 s notice is gone after 120 frames. Frame
-// 119 is the "title-load-failed" picture of the drawing tests.
-TEST(FrameLoop, MenuNoticesTimeOut) {
-    for (const auto& [frames, digest] : {std::pair(119, 0x3523EFD3u), std::pair(121, 0xC4E74A91u)}) {
-        ASSERT_EQ(SDL_Init(SDL_INIT_VIDEO), 0) << SDL_GetError();
-        for (SDL_Event e : {key_down(SDLK_DOWN), key_down(SDLK_RETURN)}) SDL_PushEvent(&e);
-        const std::string n = std::to_string(frames), shot = (scratch("run") / ("title-after-" + n + "-frames.bmp")).string();
-        fs::create_directories(scratch("run"));
-        const char* argv[] = {"talven", "--max-frames", n.c_str(), "--screenshot", shot.c_str()};
-        EXPECT_EQ(app_main(5, const_cast<char**>(argv)), 0);
-        expect_screenshot(digest, shot);
-    }
 }
 
 // Ten days of uptime in nanoseconds no longer fit a float: the difference of the

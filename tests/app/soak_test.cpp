@@ -5,6 +5,7 @@
 // length (`make soak` runs ten million).
 
 #include <cmath>
+#include <cstring>
 #include <random>
 
 #include "app/app_support.h"
@@ -16,46 +17,28 @@
 
 namespace {
 
-using Rng = std::mt19937;
-
-int pick(Rng& rng, int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); }
-
 constexpr SDL_Keycode KEYS[] = {
     SDLK_UP, SDLK_DOWN, SDLK_LEFT, SDLK_RIGHT, SDLK_w, SDLK_s, SDLK_a, SDLK_d, SDLK_e, SDLK_c,
     SDLK_RETURN, SDLK_SPACE, SDLK_ESCAPE, SDLK_TAB, SDLK_BACKSPACE, SDLK_0, SDLK_1, SDLK_5, SDLK_9, SDLK_F11,
 };
+constexpr Uint32 KINDS[] = {SDL_KEYDOWN, SDL_KEYDOWN, SDL_KEYDOWN, SDL_KEYDOWN, SDL_TEXTINPUT,
+                            SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONDOWN, SDL_MOUSEWHEEL, SDL_WINDOWEVENT, SDL_QUIT};
 
-// One random event of every kind the game may meet.
-SDL_Event random_event(Rng& rng) {
-    SDL_Event e{};
-    switch (pick(rng, 0, 9)) {
-        case 0: case 1: case 2: case 3:
-            e.key.type = SDL_KEYDOWN;
-            e.key.repeat = static_cast<Uint8>(pick(rng, 0, 3) == 0);
-            e.key.keysym.sym = pick(rng, 0, 9) == 0 ? static_cast<SDL_Keycode>(rng()) : KEYS[pick(rng, 0, std::size(KEYS) - 1)];
-            break;
-        case 4:
-            e.type = SDL_TEXTINPUT;  // any bytes, the buffer full and unterminated at times
-            for (char& c : e.text.text) c = static_cast<char>(pick(rng, 1, 255));
-            if (const int end = pick(rng, 0, sizeof e.text.text); end < static_cast<int>(sizeof e.text.text))
-                e.text.text[end] = '\0';
-            break;
-        case 5: case 6:
-            e.button = {SDL_MOUSEBUTTONDOWN, 0, 0, 0, static_cast<Uint8>(pick(rng, 1, 5)), SDL_PRESSED, 1, 0,
-                        pick(rng, -2000, 4000), pick(rng, -2000, 4000)};
-            break;
-        case 7:
-            e.type = SDL_MOUSEWHEEL;
-            e.wheel.x = pick(rng, -3, 3);
-            e.wheel.y = pick(rng, -3, 3);
-            break;
-        case 8:
-            e.window = {SDL_WINDOWEVENT, 0, 0,
-                        static_cast<Uint8>(pick(rng, SDL_WINDOWEVENT_SHOWN, SDL_WINDOWEVENT_TAKE_FOCUS)), 0, 0, 0,
-                        pick(rng, 0, 5000), pick(rng, 0, 5000)};
-            break;
-        default: e.type = SDL_QUIT; break;
+// Random bytes under one of the kinds the game meets: text that may fill its
+// buffer unterminated, clicks and wheel steps of any size, keys mostly ones the
+// game knows and mostly first presses, window events of every kind.
+SDL_Event random_event(std::mt19937& rng) {
+    std::uint32_t words[sizeof(SDL_Event) / 4];
+    for (std::uint32_t& w : words) w = rng();
+    SDL_Event e;
+    std::memcpy(&e, words, sizeof e);
+    e.type = KINDS[rng() % std::size(KINDS)];
+    if (e.type == SDL_KEYDOWN) {
+        e.key.repeat = rng() % 4 == 0;
+        if (rng() % 10 != 0) e.key.keysym.sym = KEYS[rng() % std::size(KEYS)];
     }
+    if (e.type == SDL_MOUSEBUTTONDOWN) e.button.button = static_cast<Uint8>(1 + rng() % 5);
+    if (e.type == SDL_WINDOWEVENT) e.window.event %= SDL_WINDOWEVENT_TAKE_FOCUS + 1;
     return e;
 }
 
@@ -89,35 +72,33 @@ TEST_F(Soak, RandomInputNeverBreaksTheWorld) {
     const long frames = env != nullptr && std::atol(env) > 0 ? std::atol(env) : 100000;
     game_new(g.get(), 1u, "SOAK");
     g->running = 1;
-    Rng rng(20261124);
+    std::mt19937 rng(20261124);
     long playing = 0;
-    int held = 0, pointer[2] = {};
+    std::uint32_t held = 0;
     for (long frame = 0; frame < frames; ++frame) {
-        for (int n = pick(rng, -30, 2); n > 0; --n) {
+        for (int n = static_cast<int>(rng() % 33) - 30; n > 0; --n) {
             SDL_Event e = random_event(rng);
             if (e.type == SDL_WINDOWEVENT && e.window.event == SDL_WINDOWEVENT_RESIZED)
-                SDL_SetWindowSize(window, e.window.data1, e.window.data2);
+                SDL_SetWindowSize(window, 1 + static_cast<int>(rng() % 5000), 1 + static_cast<int>(rng() % 5000));
             SDL_PushEvent(&e);
         }
         frame_read_input(g.get(), window, &in, nullptr);
         // The dummy driver has no keyboard or mouse: the held keys and the pointer
         // are drawn at random and held for a while, the pointer anywhere on or off
         // a window of the current size, or within reach of the player.
-        if (pick(rng, 0, 20) == 0) held = pick(rng, 0, 31);
-        in.left = held & 1; in.right = (held >> 1) & 1; in.jump_held = (held >> 2) & 1;
-        in.down = (held >> 3) & 1; in.use_held = (held >> 4) & 1;
-        if (pick(rng, 0, 40) == 0) {
+        if (rng() % 21 == 0) held = rng();
+        in.left = held & 1, in.right = held >> 1 & 1, in.jump_held = held >> 2 & 1, in.down = held >> 3 & 1;
+        in.use_held = held >> 4 & 1;
+        if (held >> 8 & 1) {
+            in.mouse_x = static_cast<int>(g->player.x - g->camera_x) + static_cast<int>(held >> 9 & 127) - 60;
+            in.mouse_y = static_cast<int>(g->player.y - g->camera_y) + static_cast<int>(held >> 16 & 127) - 60;
+        } else {
             int w = 0, h = 0;
             SDL_GetWindowSize(window, &w, &h);
-            window_to_view(w, h, pick(rng, -w, 2 * w), pick(rng, -h, 2 * h), &pointer[0], &pointer[1]);
-            if (rng() % 2 != 0) {
-                pointer[0] = static_cast<int>(g->player.x - g->camera_x) + pick(rng, -40, 40);
-                pointer[1] = static_cast<int>(g->player.y - g->camera_y) + pick(rng, -40, 60);
-            }
+            window_to_view(w, h, static_cast<int>(held >> 9 & 8191) - 2000, static_cast<int>(held >> 20) - 2000,
+                           &in.mouse_x, &in.mouse_y);
         }
-        in.mouse_x = pointer[0];
-        in.mouse_y = pointer[1];
-        const float dt = pick(rng, 0, 7) == 0 ? static_cast<float>(pick(rng, 0, 200)) / 1000.0f : 1.0f / 60.0f;
+        const float dt = rng() % 8 == 0 ? static_cast<float>(rng() % 201) / 1000.0f : 1.0f / 60.0f;
 
         frame_advance(g.get(), &in, dt);
         g->running = 1;  // a quit request ends a real run; here play goes on
