@@ -4,10 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <memory>
-#include <string>
 
 #include "core/tiles.h"
 #include "sim/update.h"
@@ -62,18 +60,6 @@ inline void stand_player(Game& g, int col, int floor_row) {
 inline void point_at(const Game& g, FrameInput& in, int tx, int ty) {
     in.mouse_x = static_cast<int>(static_cast<float>(tx * 16 + 8) - g.camera_x);
     in.mouse_y = static_cast<int>(static_cast<float>(ty * 16 + 8) - g.camera_y);
-}
-
-// The occupied slots as "slot:item x count", so a comparison shows the whole inventory.
-inline std::string slots(const Player& p) {
-    std::string s;
-    char cell[32];
-    for (int i = 0; i < INVENTORY_SLOTS; ++i) {
-        const InventorySlot& e = p.inventory[i];
-        std::snprintf(cell, sizeof cell, " %d:%ux%u", i, unsigned{e.item}, unsigned{e.count});
-        if (e.item != 0 || e.count != 0) s += cell;
-    }
-    return s;
 }
 
 // A closed room (columns 100..160, rows 80..100; the floor's top is at y 1616)
