@@ -1,10 +1,11 @@
 // The frame step's edges that scripted play never reaches: stalls, the clock's
-// bounds, the world's corners and the autosave. (Menus freezing the world is
-// pinned by the recorded demos.)
+// bounds, the world's corners, the autosave and mining before placing. (Menus
+// freezing the world is pinned by the recorded demos.)
 
 #include <cmath>
 
 #include "sim/autosave.h"
+#include "sim/mining.h"
 #include "sim/sim_fixtures.h"
 
 using FrameUpdate = fixtures::Room;
@@ -74,4 +75,17 @@ TEST_F(FrameUpdate, ShortHopPullStartsPastItsThreshold) {
     g.player.vy = -100.0f;
     step(0.05f);
     EXPECT_EQ(-100.0f + 720.0f * 0.05f, g.player.vy);
+}
+
+// Mining comes first in a frame: a TORCH broken beside the player is taken and
+// its cell built on in the same frame.
+TEST_F(FrameUpdate, MiningComesBeforePlacingInAFrame) {
+    fixtures::hold(g, TILE_DIRT, 6);
+    tile_at(g, 129, 100) = TILE_TORCH;
+    for (int i = 0; i < 5; ++i) game_attack_or_mine(&g, 129, 100, fixtures::STEP);
+    fixtures::point_at(g, in, 129, 100);
+    in.use_held = in.place = 1;
+    step();
+    EXPECT_EQ(TILE_DIRT, tile_at(g, 129, 100));
+    EXPECT_EQ(TILE_TORCH, g.player.inventory[1].item);
 }
