@@ -3,7 +3,8 @@
 // child finished or the one it was finishing, with at most one stale temporary
 // file beside it. TALVEN_CRASH_KILLS sets how many kills (`make soak` runs more).
 #include <gtest/gtest.h>
-#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <signal.h>
 
 #include <cstring>
