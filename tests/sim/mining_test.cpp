@@ -71,6 +71,15 @@ TEST_F(Drops, PickupMeasuresToTheTopLeftCornerAfterTheFirstMove) {
     for (int i = 0; i < 4; ++i) EXPECT_EQ(offsets[i][2] == 0.0f, g.drops[i].active) << "drop " << i;
 }
 
+// Exactly 34 px from the body's centre to a resting drop's corner is out of reach.
+TEST_F(Drops, ADropExactlyThirtyFourPixelsAwayIsLeft) {
+    fixtures::put_player(g, 2082.0f, 1595.0f);  // centre (2088, 1608): level with a drop on the floor
+    g.drops[0] = Drop{2122.0f, 1608.0f, 0.0f, 0.0f, TILE_CLAY, 1, 40.0f, 1};
+    g.drops[1] = Drop{std::nextafter(2122.0f, 0.0f), 1608.0f, 0.0f, 0.0f, TILE_CLAY, 1, 40.0f, 1};
+    drops_step(&g, fixtures::STEP);
+    EXPECT_EQ(std::pair(1, 0), std::pair(+g.drops[0].active, +g.drops[1].active));
+}
+
 TEST_F(Drops, TheSixtyFifthGoesStraightIntoTheInventoryAndAFullOneLeavesDropsLying) {
     for (InventorySlot& s : g.player.inventory) s = InventorySlot{TILE_STONE, 999};
     // COAL beside the player, but with no room for it: it lies until its forty seconds are up.
