@@ -16,7 +16,8 @@ SDL_BlendMode blend_mode(SDL_Renderer* r) {
 }  // namespace
 
 // Opaque colours replace what is there without blending (the software renderer's
-// fast path); alpha 0 leaves the pixel alone, and even alpha 1 still blends.
+// fast path); alpha 0 leaves the pixel alone, and even alpha 1 still blends. A
+// one-pixel outline is that pixel.
 TEST(Draw, OpaqueReplacesAndOnlyAlphaZeroIsSkipped) {
     Canvas c(3, 1);
     fill(c.renderer, 0, 0, 3, 1, rgba(200, 100, 50));
@@ -24,10 +25,11 @@ TEST(Draw, OpaqueReplacesAndOnlyAlphaZeroIsSkipped) {
     fill(c.renderer, 1, 0, 1, 1, rgba(0, 0, 0, 0));
     fill(c.renderer, 2, 0, 1, 1, rgba(0, 0, 0, 1));
     EXPECT_EQ(SDL_BLENDMODE_BLEND, blend_mode(c.renderer));
+    outline(c.renderer, 0, 0, 1, 1, rgba(10, 20, 30));
 
     std::array<std::uint32_t, 3> px{};
     SDL_RenderReadPixels(c.renderer, nullptr, SDL_PIXELFORMAT_ARGB8888, px.data(), sizeof px);
-    const std::array<std::uint32_t, 3> want{0xFFC86432u, 0xFFC86432u, 0xFFC76331u};
+    const std::array<std::uint32_t, 3> want{0xFF0A141Eu, 0xFFC86432u, 0xFFC76331u};
     EXPECT_EQ(want, px);
 }
 
