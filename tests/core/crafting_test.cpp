@@ -3,10 +3,10 @@
 // moved about (a hair off the world too, where the tile under the body's centre
 // truncates toward zero), materials and filler added and taken, and every recipe
 // index tried, past the table included. Each step's result, notice, notice timer
-// and all 40 slots go into one digest, worked out once by a separate script from
-// the recipe table and the crafting and inventory rules. Every recipe is crafted
-// at least 250 times; "INVENTORY FULL" comes 13 times, "PLACE A WORKBENCH NEARBY"
-// 1,337 times and "MISSING MATERIALS" 458 times.
+// and all 40 slots go into one digest, which tests/reference/digests.py works out
+// from the recipe table and the crafting and inventory rules. Every recipe is
+// crafted at least 250 times; "INVENTORY FULL" comes 13 times, "PLACE A WORKBENCH
+// NEARBY" 1,337 times and "MISSING MATERIALS" 458 times.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -42,7 +42,8 @@ TEST(Crafting, ARandomWalkOfBenchesMaterialsAndRecipesFollowsTheRules) {
         } else if (op < 6) {
             const std::int32_t item = ITEMS[next(6)];
             if (op < 5) {
-                result = inventory_add(&g->player, item, static_cast<std::int32_t>(next(3) == 0 ? next(40000) : next(14)));
+                const std::uint32_t count = next(3) == 0 ? next(40000) : next(14);  // a few, or packs full of them
+                result = inventory_add(&g->player, item, static_cast<std::int32_t>(count));
             } else {
                 result = inventory_remove(&g->player, item, static_cast<std::int32_t>(next(4000)));
             }

@@ -1,4 +1,5 @@
-// Tile and item vocabulary: solidity, hardness bit patterns, drops, placement and names.
+// Tile and item vocabulary: solidity, hardness bit patterns, drops, placement and
+// names.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -8,11 +9,12 @@
 #include "core/tiles.h"
 
 // For every id from -300 to 300 and both ends of the 32-bit range: solid, the
-// hardness bits, the drop, the id as an item and as a tile, whether it is an
-// item at all (little-endian 32-bit words), then the name and its NUL. Worked
-// out once from the tile and tool tables by a separate script. Only EMPTY, LEAVES and TORCH are passable, every
-// id past 14 is solid; only GRASS drops something else (DIRT); BEDROCK can be
-// held but never placed; tools and unknown ids are neither blocks nor tiles.
+// hardness bits, the drop, the id as an item and as a tile, whether it is an item
+// at all (little-endian 32-bit words), then the name and its NUL, as
+// tests/reference/digests.py works it out from the tile and tool tables. Only
+// EMPTY, LEAVES and TORCH are passable, every id past 14 is solid; only GRASS
+// drops something else (DIRT); BEDROCK can be held but never placed; tools and
+// unknown ids are neither blocks nor tiles.
 TEST(Tiles, EveryIdsPropertiesAndName) {
     std::uint32_t h = FNV1A_OFFSET;
     const auto facts = [&h](std::int32_t id) {
