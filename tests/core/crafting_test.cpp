@@ -17,11 +17,12 @@
 #include "core/game_digest.h"
 #include "core/inventory.h"
 #include "core/tiles.h"
+#include "random_walk.h"
 
 TEST(Crafting, ARandomWalkOfBenchesMaterialsAndRecipesFollowsTheRules) {
     constexpr std::int32_t ITEMS[] = {TILE_WOOD, TILE_COAL, TILE_STONE, TILE_IRON_ORE, TILE_PLANK, TILE_DIRT};
-    std::uint32_t seed = 1124u, h = FNV1A_OFFSET;
-    const auto next = [&seed](std::uint32_t n) { return ((seed = seed * 1664525u + 1013904223u) >> 8) % n; };
+    Walk next{1124u};
+    std::uint32_t h = FNV1A_OFFSET;
     const auto quarters = [&next](std::uint32_t n) { return 0.25f * static_cast<float>(next(n)); };
     const auto g = std::make_unique<Game>();
     int bench_col = 0, bench_row = 0;

@@ -10,11 +10,12 @@
 #include "core/game_digest.h"
 #include "core/inventory.h"
 #include "core/tiles.h"
+#include "random_walk.h"
 
 TEST(Inventory, ARandomWalkOfAddsRemovesAndClicksFollowsTheRules) {
     constexpr std::int32_t ITEMS[] = {TILE_GRASS, TILE_DIRT, TILE_STONE, ITEM_WORN_PICK, 0, -3};
-    std::uint32_t seed = 2026u, h = FNV1A_OFFSET;
-    const auto next = [&seed](std::uint32_t n) { return ((seed = seed * 1664525u + 1013904223u) >> 8) % n; };
+    Walk next{2026u};
+    std::uint32_t h = FNV1A_OFFSET;
     const auto signed_next = [&next](std::uint32_t n) { return static_cast<std::int32_t>(next(n)); };
     Player p{};
     inventory_activate(nullptr, 3);  // no player: nothing to do

@@ -34,7 +34,7 @@ def u32s(*words):
 
 
 class Lcg:
-    """The tests' step: seed * 1664525 + 1013904223, the middle bits taken."""
+    """The tests' Walk (tests/random_walk.h): seed * 1664525 + 1013904223, the middle bits taken."""
 
     def __init__(self, seed):
         self.seed = seed

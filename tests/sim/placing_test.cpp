@@ -15,14 +15,15 @@
 #include "core/game_digest.h"
 #include "core/tiles.h"
 #include "sim/placing.h"
+#include "random_walk.h"
 
 TEST(Placing, ARandomWalkOfTilesPositionsHandsAndClicksFollowsTheRules) {
     constexpr std::uint8_t TILES[] = {0, 0, 0, 0, 0, 0, TILE_STONE, TILE_LEAVES, TILE_TORCH, TILE_DIRT};
     constexpr std::uint16_t HELD[] = {TILE_DIRT, TILE_DIRT, TILE_BEDROCK, ITEM_WORN_PICK, 0,
                                       TILE_LEAVES, TILE_TORCH, TILE_GLOW_CRYSTAL, TILE_MAX + 1};
     constexpr std::uint32_t SELECTED[] = {0, 3, 9, 12, INVENTORY_SLOTS};
-    std::uint32_t seed = 3005u, h = FNV1A_OFFSET;
-    const auto next = [&seed](std::uint32_t n) { return ((seed = seed * 1664525u + 1013904223u) >> 8) % n; };
+    Walk next{3005u};
+    std::uint32_t h = FNV1A_OFFSET;
     // 0..n-1 counted in from `edge`: up from a low edge, down from a high one.
     const auto from = [&next](int edge, std::uint32_t n) {
         const int k = static_cast<int>(next(n));
