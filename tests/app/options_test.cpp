@@ -1,86 +1,72 @@
-// Run options: variables first, options win, consumed values, the stop words,
-// the screenshot and frame-limit rules, and limits too large for 32 bits.
+// Run options under a random walk of command lines and variables: option words
+// and near misses, numbers of every shape (signs, spaces, trailing junk, past 32
+// and 64 bits) and paths, in any order, an option's value even another option.
+// The action and, for a run, every option go into one digest, which
+// tests/reference/digests.py works out from the option rules: variables first,
+// options win, values consumed whatever they look like, the first stop word
+// acts, limits read as atoi reads them where they fit in 32 bits and saturated
+// beyond, and a screenshot needs a frame to be taken on (limits below 1 become
+// 3). Of its 5,000 command lines 3,306 run, 1,727 of them with a screenshot;
+// the rest stop at --help, --version or --selftest.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "app/options.h"
+#include "core/game_digest.h"
+#include "random_walk.h"
 
 namespace {
 
 std::map<std::string, std::string> g_env;
 
 const char* fake_env(const char* name) {
-    auto it = g_env.find(name);
+    const auto it = g_env.find(name);
     return it == g_env.end() ? nullptr : it->second.c_str();
 }
 
-std::string summary(OptionsAction action, const RunOptions& o) {
-    if (action == OptionsAction::Help) return "help";
-    if (action == OptionsAction::Version) return "version";
-    if (action == OptionsAction::Selftest) return "selftest";
-    return "frames " + std::to_string(o.max_frames) + (o.screenshot ? " shot '" + std::string(o.screenshot) + "'" : "") +
-           (o.debug_game ? " debug" : "") + (o.fixed_step ? " fixed" : "") +
-           (o.record ? " record '" + std::string(o.record) + "'" : "") +
-           (o.replay ? " replay '" + std::string(o.replay) + "'" : "") + (o.verify ? " verify" : "");
-}
-
-struct Case {
-    std::vector<const char*> args;
-    std::map<std::string, std::string> env;
-    const char* want;
-};
-
-const Case CASES[] = {
-    {{}, {}, "frames 0"},
-    // Options override their variables.
-    {{"--max-frames", "2", "--screenshot", "b.bmp"}, {{"TALVEN_MAX_FRAMES", "5"}, {"TALVEN_SCREENSHOT", "a.bmp"}},
-     "frames 2 shot 'b.bmp' fixed"},
-    {{"--debug-game"}, {{"TALVEN_DEBUG_GAME", "0"}}, "frames 0 debug"},
-    // Variables read with atoi; only the screenshot variable counts when empty.
-    {{}, {{"TALVEN_MAX_FRAMES", "12abc"}, {"TALVEN_DEBUG_GAME", "yes"}}, "frames 12 fixed"},
-    {{}, {{"TALVEN_MAX_FRAMES", ""}, {"TALVEN_DEBUG_GAME", "2"}}, "frames 0 debug"},
-    {{}, {{"TALVEN_SCREENSHOT", ""}}, "frames 3 shot '' fixed"},
-    // Limits read as atoi reads them where they fit in 32 bits and saturated beyond, never cut to 0 on the way.
-    {{"--max-frames", "2147483648"}, {}, "frames 2147483647 fixed"},
-    {{"--max-frames", "-2147483648"}, {}, "frames -2147483648"},
-    {{"--max-frames", "\t-12abc"}, {{"TALVEN_MAX_FRAMES", "99999999999999999999"}}, "frames -12"},
-    {{}, {{"TALVEN_MAX_FRAMES", " +4294967296x"}, {"TALVEN_DEBUG_GAME", "4294967296"}}, "frames 2147483647 debug fixed"},
-    {{}, {{"TALVEN_MAX_FRAMES", "-99999999999999999999"}, {"TALVEN_DEBUG_GAME", "-2147483649"}}, "frames -2147483648 debug"},
-    // A screenshot needs a frame to be taken on: limits below 1 become 3.
-    {{"--screenshot", "s.bmp", "--max-frames", "-7"}, {}, "frames 3 shot 's.bmp' fixed"},
-    {{"--screenshot", "s.bmp", "--max-frames", "1"}, {}, "frames 1 shot 's.bmp' fixed"},  // 1 is enough
-    // A negative limit means no limit and measured time.
-    {{"--max-frames", "-1"}, {}, "frames -1"},
-    // Values are consumed whatever they look like; a trailing option is ignored.
-    {{"--max-frames", "--help"}, {}, "frames 0"},
-    {{"--screenshot", "--selftest"}, {}, "frames 3 shot '--selftest' fixed"},
-    {{"--max-frames"}, {{"TALVEN_MAX_FRAMES", "4"}}, "frames 4 fixed"},
-    {{"--screenshot"}, {}, "frames 0"},
-    // The first of the stop words wins (the program test runs two more orders); near misses are ignored.
-    {{"--help", "--version"}, {}, "help"},
-    {{"--selftest", "--version"}, {}, "selftest"},
-    {{"--screenshot", "--version", "-v", "--Version"}, {}, "frames 3 shot '--version' fixed"},
-    {{"--bogus", "-h", "--HELP", "--selftest", "--help"}, {}, "selftest"},
-    // Demos: the option wins over its variable, which counts only when not empty.
-    {{}, {{"TALVEN_RECORD", ""}}, "frames 0"},
-    {{}, {{"TALVEN_RECORD", "env.tvd"}}, "frames 0 record 'env.tvd'"},
-    {{"--record", "arg.tvd"}, {{"TALVEN_RECORD", "env.tvd"}}, "frames 0 record 'arg.tvd'"},
-    {{"--replay", "--verify", "--record"}, {}, "frames 0 replay '--verify'"},
-    {{"--verify", "--replay", "r.tvd"}, {}, "frames 0 replay 'r.tvd' verify"},
-};
-
-TEST(Options, ParsesEnvironmentThenArguments) {
-    for (const Case& c : CASES) {
-        g_env = c.env;
-        std::vector<const char*> argv = c.args;
-        argv.insert(argv.begin(), "talven");
-        RunOptions got{};
-        const OptionsAction action = parse_options(static_cast<int>(argv.size()), argv.data(), fake_env, &got);
-        EXPECT_EQ(summary(action, got), c.want) << "case " << &c - CASES;
-    }
-}
+const std::vector<const char*> NUMBERS = {
+    "2", "-7", "1", "0", "-1", "12abc", "\t-12abc", " +4294967296x", "2147483648", "-2147483649",
+    "99999999999999999999", "-99999999999999999999", "", "yes", "3", "4294967296"};
+const std::vector<const char*> PATHS = {"", "s.bmp", "a.tvd", "--version"};
+const std::vector<const char*> WORDS = {"--max-frames", "--screenshot", "--debug-game", "--record", "--replay",
+                                        "--verify", "--help", "--version", "--selftest", "-h", "--HELP",
+                                        "--bogus", "-v", "--Version"};
 
 }  // namespace
+
+TEST(Options, ARandomWalkOfCommandLinesAndVariablesFollowsTheRules) {
+    const std::pair<const char*, const std::vector<const char*>*> variables[] = {
+        {"TALVEN_MAX_FRAMES", &NUMBERS}, {"TALVEN_SCREENSHOT", &PATHS},
+        {"TALVEN_DEBUG_GAME", &NUMBERS}, {"TALVEN_RECORD", &PATHS}};
+    Walk next{5101u};
+    std::uint32_t h = FNV1A_OFFSET;
+    for (int run = 0; run < 5000; ++run) {
+        g_env.clear();
+        for (const auto& [name, pool] : variables) {
+            const std::uint32_t pick = next(2 * static_cast<std::uint32_t>(pool->size()));  // unset half the time
+            if (pick < pool->size()) g_env[name] = (*pool)[pick];
+        }
+        std::vector<const char*> argv = {"talven"};
+        for (std::uint32_t n = next(7); n > 0; --n) {
+            const std::vector<const char*>& pool = *std::array{&WORDS, &NUMBERS, &PATHS}[next(3)];
+            argv.push_back(pool[next(static_cast<std::uint32_t>(pool.size()))]);
+        }
+        RunOptions o{};
+        const auto action = static_cast<std::uint32_t>(parse_options(static_cast<int>(argv.size()), argv.data(), fake_env, &o));
+        if (action != 0) {  // what was read before a stop word is not used
+            h = fnv1a(&action, sizeof action, h);
+            continue;
+        }
+        const std::uint32_t words[] = {action, static_cast<std::uint32_t>(o.max_frames), o.debug_game, o.fixed_step,
+                                       o.verify};
+        h = fnv1a(words, sizeof words, h);
+        for (const char* text : {o.screenshot, o.record, o.replay})
+            h = text == nullptr ? fnv1a("-", 1, h) : fnv1a(text, std::strlen(text) + 1, fnv1a("+", 1, h));
+    }
+    EXPECT_EQ(0xF313079Eu, h);
+}

@@ -344,8 +344,91 @@ def mining_digest():
     return h, {}
 
 
+# Run options ----------------------------------------------------------------
+
+NUMBERS = ["2", "-7", "1", "0", "-1", "12abc", "\t-12abc", " +4294967296x", "2147483648", "-2147483649",
+           "99999999999999999999", "-99999999999999999999", "", "yes", "3", "4294967296"]
+PATHS = ["", "s.bmp", "a.tvd", "--version"]
+WORDS = ["--max-frames", "--screenshot", "--debug-game", "--record", "--replay", "--verify", "--help",
+         "--version", "--selftest", "-h", "--HELP", "--bogus", "-v", "--Version"]
+
+
+def read_int(text):
+    """strtoll's reading (spaces, a sign, digits, saturating), then the nearest 32-bit value."""
+    i = 0
+    while i < len(text) and text[i] in ' \t\n\v\f\r':
+        i += 1
+    sign = -1 if text[i:i + 1] == '-' else 1
+    i += text[i:i + 1] in ('+', '-')
+    digits = ''
+    while i < len(text) and text[i].isdigit():
+        digits += text[i]
+        i += 1
+    value = max(-2**63, min(2**63 - 1, sign * int(digits or '0')))
+    return max(-2**31, min(2**31 - 1, value))
+
+
+def parse(args, env):
+    o = dict(frames=0, shot=None, debug=0, record=None, replay=None, verify=0)
+    if env.get('TALVEN_MAX_FRAMES'):
+        o['frames'] = read_int(env['TALVEN_MAX_FRAMES'])
+    if 'TALVEN_SCREENSHOT' in env:
+        o['shot'] = env['TALVEN_SCREENSHOT']
+    if env.get('TALVEN_DEBUG_GAME'):
+        o['debug'] = int(read_int(env['TALVEN_DEBUG_GAME']) != 0)
+    if env.get('TALVEN_RECORD'):
+        o['record'] = env['TALVEN_RECORD']
+    i = 0
+    while i < len(args):
+        a, has_value = args[i], i + 1 < len(args)
+        stop = {'--selftest': 3, '--help': 1, '--version': 2}.get(a)
+        if stop:
+            return stop, o
+        if a == '--max-frames' and has_value:
+            i += 1
+            o['frames'] = read_int(args[i])
+        elif a in ('--screenshot', '--record', '--replay') and has_value:
+            i += 1
+            o[{'--screenshot': 'shot', '--record': 'record', '--replay': 'replay'}[a]] = args[i]
+        elif a == '--debug-game':
+            o['debug'] = 1
+        elif a == '--verify':
+            o['verify'] = 1
+        i += 1
+    if o['shot'] is not None and o['frames'] < 1:
+        o['frames'] = 3
+    o['fixed'] = int(o['frames'] > 0 or o['shot'] is not None)
+    return 0, o
+
+
+def options_digest():
+    nxt, seen, h = Lcg(5101), Counts(), 0x811C9DC5
+    for _ in range(5000):
+        env = {}
+        for name, pool in [('TALVEN_MAX_FRAMES', NUMBERS), ('TALVEN_SCREENSHOT', PATHS),
+                           ('TALVEN_DEBUG_GAME', NUMBERS), ('TALVEN_RECORD', PATHS)]:
+            pick = nxt(2 * len(pool))
+            if pick < len(pool):
+                env[name] = pool[pick]
+        args = []
+        for _ in range(nxt(7)):
+            pool = [WORDS, NUMBERS, PATHS][nxt(3)]
+            args.append(pool[nxt(len(pool))])
+        action, o = parse(args, env)
+        seen(['run', 'help', 'version', 'selftest'][action])
+        if action == 0 and o['shot'] is not None:
+            seen('screenshot, frames %s' % ('3' if o['frames'] == 3 else 'given'))
+        if action != 0:  # what was read before a stop word is not used
+            h = fnv1a(u32s(action), h)
+            continue
+        h = fnv1a(u32s(action, o['frames'], o['debug'], o['fixed'], o['verify']), h)
+        for key in ('shot', 'record', 'replay'):
+            h = fnv1a(b'-' if o[key] is None else b'+' + o[key].encode() + b'\0', h)
+    return h, seen
+
+
 if __name__ == '__main__':
     for name, digest in [('Tiles', tiles_digest), ('Inventory', inventory_digest), ('Crafting', crafting_digest),
-                         ('Placing', placing_digest), ('Mining', mining_digest)]:
+                         ('Placing', placing_digest), ('Mining', mining_digest), ('Options', options_digest)]:
         value, seen = digest()
         print('%-10s 0x%08X  %s' % (name, value, ', '.join('%s %d' % kv for kv in sorted(seen.items()))))
