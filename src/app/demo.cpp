@@ -223,7 +223,6 @@ void demo_record_frame(DemoRecorder* r, const FrameInput* input, float dt, const
 // ---- replaying ----
 
 struct DemoPlayer {
-    const char* path;
     Bytes bytes;
     DemoStart start;
     DemoReader reader;
@@ -292,7 +291,6 @@ void remove_scratch(DemoPlayer* p) {
 
 DemoPlayer* play_open(const char* path, bool verify) {
     auto p = std::make_unique<DemoPlayer>();
-    p->path = path;
     p->stop_at_divergence = verify;
     const char* why = read_regular_file(path, DEMO_MAX_FILE, &p->bytes);
     if (why == nullptr) why = check_whole(p.get());
