@@ -1,5 +1,5 @@
-// The rule tests' random walks: one small generator, the one that
-// tests/reference/digests.py steps too, so that both walks take the same turns.
+// The rule tests' random walks: one small generator, simple enough to step the
+// same way in the separate script that worked out each walk's digest.
 #pragma once
 
 #include <cstdint>

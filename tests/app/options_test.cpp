@@ -1,8 +1,8 @@
 // Run options under a random walk of command lines and variables: option words
 // and near misses, numbers of every shape (signs, spaces, trailing junk, past 32
 // and 64 bits) and paths, in any order, an option's value even another option.
-// The action and, for a run, every option go into one digest, which
-// tests/reference/digests.py works out from the option rules: variables first,
+// The action and, for a run, every option go into one digest, worked out once
+// by a separate script from the option rules: variables first,
 // options win, values consumed whatever they look like, the first stop word
 // acts, limits read as atoi reads them where they fit in 32 bits and saturated
 // beyond, and a screenshot needs a frame to be taken on (limits below 1 become

@@ -3,7 +3,7 @@
 // moved about (a hair off the world too, where the tile under the body's centre
 // truncates toward zero), materials and filler added and taken, and every recipe
 // index tried, past the table included. Each step's result, notice, notice timer
-// and all 40 slots go into one digest, which tests/reference/digests.py works out
+// and all 40 slots go into one digest, worked out once by a separate script
 // from the recipe table and the crafting and inventory rules. Every recipe is
 // crafted at least 250 times; "INVENTORY FULL" comes 13 times, "PLACE A WORKBENCH
 // NEARBY" 1,337 times and "MISSING MATERIALS" 458 times.

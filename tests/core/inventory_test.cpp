@@ -1,10 +1,10 @@
 // The inventory under a long random walk of adds, removes and clicks, many of them
 // refused (bad items and counts, a full pack, slots past the end, bad stored
 // selections). Each step's result, the count of its item, the item in hand, the
-// selection and all 40 slots go into one digest, which tests/reference/digests.py
-// works out from the inventory rules alone. Of its adds 71 have exactly enough
-// room and 4 one unit too little; of its removes 256 take exactly all there is and
-// 465 ask for one more.
+// selection and all 40 slots go into one digest, worked out once by a separate
+// script from the inventory rules alone. Of its adds 71 have exactly enough room
+// and 4 one unit too little; of its removes 256 take exactly all there is and 465
+// ask for one more.
 #include <gtest/gtest.h>
 
 #include "core/game_digest.h"

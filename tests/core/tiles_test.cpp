@@ -10,8 +10,8 @@
 
 // For every id from -300 to 300 and both ends of the 32-bit range: solid, the
 // hardness bits, the drop, the id as an item and as a tile, whether it is an item
-// at all (little-endian 32-bit words), then the name and its NUL, as
-// tests/reference/digests.py works it out from the tile and tool tables. Only
+// at all (little-endian 32-bit words), then the name and its NUL, worked out
+// once by a separate script from the tile and tool tables. Only
 // EMPTY, LEAVES and TORCH are passable, every id past 14 is solid; only GRASS
 // drops something else (DIRT); BEDROCK can be held but never placed; tools and
 // unknown ids are neither blocks nor tiles.

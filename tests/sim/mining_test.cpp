@@ -25,8 +25,8 @@ using Drops = Mining;
 }  // namespace
 
 // Frames at 60 a second until each block breaks under each held item (an empty
-// hand, a block, every tool, an unknown id), -1 for never: a digest that
-// tests/reference/digests.py works out from the mining speeds and hardness table.
+// hand, a block, every tool, an unknown id), -1 for never: a digest worked out
+// once by a separate script from the mining speeds and the hardness table.
 // The worn pick is slower than a hand on soft and wooden tiles; only the iron pick
 // mines crystal; no work is kept, broken or not.
 TEST_F(Mining, BreakingTimeDependsOnTileAndTool) {

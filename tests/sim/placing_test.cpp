@@ -3,11 +3,11 @@
 // the player moved about, blocks, bedrock, tools, crystals, an unknown id or
 // nothing put in hand (a selection past the pack too), and clicks on cells on and
 // around the player's body, on the ring and just off the world. The clicked tile,
-// all 40 slots and the selection go into one digest, which
-// tests/reference/digests.py works out from the placing, reach and tile rules. Of
-// its clicks 486 place a block, 32 of them in a cell touching the body (at least 5
-// on each side); refusals: the ring or off the world 4,301, reach 2,016, an
-// occupied cell 4,041, the hand 1,163, no support 72, the player's body 41.
+// all 40 slots and the selection go into one digest, worked out once by a separate
+// script from the placing, reach and tile rules. Of its clicks 486 place a block,
+// 32 of them in a cell touching the body (at least 5 on each side); refusals: the
+// ring or off the world 4,301, reach 2,016, an occupied cell 4,041, the hand
+// 1,163, no support 72, the player's body 41.
 #include <gtest/gtest.h>
 
 #include <memory>
