@@ -46,7 +46,8 @@ TEST_F(FrameRenderer, PacingClaimRateAndCanvasResets) {
     SDL_PushEvent(&reset);
     frame_read_input(g.get(), window, &in, &canvas);
     EXPECT_NE(nullptr, canvas.texture);
-    // A replay in a window reads the window's events itself, resets among them.
+    // A replay in a window reads the window's events itself, resets among them. It
+    // must be the first in its process to ask for the save path, as under ctest.
     canvas_destroy(&canvas);
     RunOptions opts{};
     opts.replay = TALVEN_DEMO_DIR "/inventory_clicks.tvd";

@@ -1,4 +1,7 @@
-
+// Creatures: where new ones appear, what touching the player does, chasing and
+// wandering, and sword strikes.
+#include <array>
+#include <cstring>
 #include <set>
 
 #include "sim/combat.h"
@@ -68,28 +71,62 @@ TEST_F(Creatures, ContactHurtsOnceEveryTouchingCreatureSpendsItsAttackAndPast115
     const Creature& left = put(g, 3, -14.0f);
     const Creature& kept = put(g, 4, 1152.0f);
     const Creature& gone = put(g, 5, -1153.0f);
+    Creature& above = put(g, 6, 0.0f);
+    Creature& below = put(g, 7, 0.0f);
+    Creature& bottom = put(g, 8, 40.0f);
+    above.y = g.player.y - 14.0f;  // its bottom on the player's head
+    below.y = g.player.y + 26.0f;  // its top on the player's feet
+    bottom.y = 2560.0f;            // on the world's bottom edge: kept
     g.player.hp = 3;
     creatures_step(&g, 0.0f);
     EXPECT_EQ(1, g.player.hp) << "one hp left is still alive";
-    EXPECT_EQ(1.0f, first.hit_cooldown);
-    EXPECT_EQ(1.0f, second.hit_cooldown);
-    EXPECT_EQ(0.0f, beside.hit_cooldown);
-    EXPECT_EQ(0.0f, left.hit_cooldown);
+    EXPECT_EQ((std::array{1.0f, 1.0f, 0.0f, 0.0f, 0.0f, 0.0f}),
+              (std::array{first.hit_cooldown, second.hit_cooldown, beside.hit_cooldown, left.hit_cooldown,
+                          above.hit_cooldown, below.hit_cooldown}));
     EXPECT_EQ(125.0f, g.player.vx);  // level counts as right of the first; the rest of a hit is in the play digests
-    EXPECT_EQ(1, kept.alive);
-    EXPECT_EQ(0, gone.alive);
+    EXPECT_EQ((std::array{1, 0, 1}), (std::array<int, 3>{kept.alive, gone.alive, bottom.alive}));
+    // A player still blinking from a hit, however briefly, takes no more.
+    g.player.hurt_timer = 0.25f, g.creatures[0].hit_cooldown = 0.0f;
+    creatures_step(&g, 0.0f);
+    EXPECT_EQ(1, g.player.hp);
 }
 
-// A sword reaches a creature whose centre tile, here (135, 100), is within one
-// tile of the pointed one on both axes; with the strike cooling down it reaches none.
+// With every slot taken nothing spawns and no record changes.
+TEST_F(Creatures, AFullTableSpawnsNothing) {
+    for (int i = 0; i < MAX_CREATURES; ++i) put(g, i, 300.0f);
+    const auto before = fixtures::copy_of(g);
+    EXPECT_EQ(false, creatures_try_spawn(&g));
+    EXPECT_EQ(0, std::memcmp(before->creatures, g.creatures, sizeof g.creatures));
+}
+
+// Chasing starts inside 220 px and pushes towards the player, rightwards when
+// level with them; out of range, a creature on the ground picks its 22 px/s
+// wander up again only below 12 px/s.
+TEST_F(Creatures, ChaseRangeAndWanderThresholds) {
+    Creature& edge = put(g, 0, 220.0f);
+    Creature& level = put(g, 1, 0.0f);
+    Creature& slow = put(g, 2, 400.0f);
+    edge.on_ground = slow.on_ground = 1, slow.vx = 12.0f;
+    level.y = g.player.y - 40.0f;  // above the player, out of reach
+    creatures_step(&g, fixtures::STEP);
+    EXPECT_EQ((std::array{22.0f, 65.0f * fixtures::STEP, 12.0f}), (std::array{edge.vx, level.vx, slow.vx}));
+}
+
+// A sword reaches a creature whose centre tile, here (135, 99) a pixel above row
+// 100, is within one tile of the pointed one on both axes; with the strike
+// cooling down it reaches none. One level with the player is knocked rightwards.
 TEST_F(Creatures, AStrikeReachesOneTileAroundTheCreaturesCentre) {
     fixtures::hold(g, ITEM_SHORT_SWORD);
-    const int cells[][3] = {{134, 99, 1}, {136, 101, 1}, {133, 100, 0}, {137, 100, 0}, {135, 98, 0}, {135, 102, 0}};
+    const int cells[][3] = {{134, 98, 1}, {136, 100, 1}, {133, 99, 0}, {137, 99, 0}, {135, 97, 0}, {135, 101, 0}};
     for (const auto& [tx, ty, struck] : cells) {
-        put(g, 0, 76.0f);
+        put(g, 0, 76.0f).y = 1592.0f;
         g.player.attack_cooldown = 0.0f;
         EXPECT_EQ(struck == 1, strike_creature(&g, tx, ty)) << tx << ", " << ty;
     }
     g.player.attack_cooldown = 0.01f;
-    EXPECT_EQ(false, strike_creature(&g, 135, 100));
+    EXPECT_EQ(false, strike_creature(&g, 135, 99));
+    put(g, 0, 0.0f);
+    g.player.attack_cooldown = 0.0f;
+    ASSERT_EQ(true, strike_creature(&g, 130, 100));
+    EXPECT_EQ(145.0f, g.creatures[0].vx);
 }

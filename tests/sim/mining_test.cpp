@@ -1,5 +1,6 @@
 // Mining by tool and reach, and the drops that broken tiles leave behind.
 
+#include <array>
 #include <cmath>
 
 #include "core/game_digest.h"
@@ -75,13 +76,15 @@ TEST_F(Drops, PickupMeasuresToTheTopLeftCornerAfterTheFirstMove) {
     for (int i = 0; i < 4; ++i) EXPECT_EQ(offsets[i][2] == 0.0f, g.drops[i].active) << "drop " << i;
 }
 
-// Exactly 34 px from the body's centre to a resting drop's corner is out of reach.
+// Exactly 34 px from the body's centre to a resting drop's corner is out of reach;
+// a drop whose lifetime reaches exactly 0 is gone.
 TEST_F(Drops, ADropExactlyThirtyFourPixelsAwayIsLeft) {
     fixtures::put_player(g, 2082.0f, 1595.0f);  // centre (2088, 1608): level with a drop on the floor
     g.drops[0] = Drop{2122.0f, 1608.0f, 0.0f, 0.0f, TILE_CLAY, 1, 40.0f, 1};
     g.drops[1] = Drop{std::nextafter(2122.0f, 0.0f), 1608.0f, 0.0f, 0.0f, TILE_CLAY, 1, 40.0f, 1};
+    g.drops[2] = Drop{2300.0f, 1608.0f, 0.0f, 0.0f, TILE_CLAY, 1, fixtures::STEP, 1};  // out of reach, its last frame
     drops_step(&g, fixtures::STEP);
-    EXPECT_EQ(std::pair(1, 0), std::pair(+g.drops[0].active, +g.drops[1].active));
+    EXPECT_EQ((std::array{1, 0, 0}), (std::array<int, 3>{g.drops[0].active, g.drops[1].active, g.drops[2].active}));
 }
 
 TEST_F(Drops, TheSixtyFifthGoesStraightIntoTheInventoryAndAFullOneLeavesDropsLying) {

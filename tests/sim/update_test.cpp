@@ -89,3 +89,11 @@ TEST_F(FrameUpdate, MiningComesBeforePlacingInAFrame) {
     EXPECT_EQ(TILE_DIRT, tile_at(g, 129, 100));
     EXPECT_EQ(TILE_TORCH, g.player.inventory[1].item);
 }
+
+// Both ways at once is neither: the player stands, still facing left.
+TEST_F(FrameUpdate, BothWaysAtOnceStands) {
+    g.player.facing = -1;
+    in.left = in.right = 1;
+    step();
+    EXPECT_EQ(std::pair(0.0f, -1), std::pair(g.player.vx, g.player.facing));
+}
