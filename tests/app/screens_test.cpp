@@ -76,6 +76,17 @@ TEST_F(Screens, EventsLeaveTheFramesOneShotInput) {
     }
 }
 
+// In play the digit keys pick hotbar slots: 1 the first, 0 the tenth.
+TEST_F(Screens, DigitKeysPickHotbarSlots) {
+    game_new(g.get(), 77, "PLAY");
+    std::string picked;
+    for (const SDL_Keycode k : {SDLK_1, SDLK_5, SDLK_9, SDLK_0}) {
+        keys({k});
+        picked += std::to_string(g->player.selected);
+    }
+    EXPECT_EQ("0489", picked);
+}
+
 // Whole text events or nothing; Backspace takes one byte of a two-byte character.
 // W and S are letters here, not navigation; Left and Right act on the seed row only.
 TEST_F(Screens, FormEditsNameBytesAndSeed) {
