@@ -1,6 +1,7 @@
 // The save file: its bytes pinned by a digest, the round trip, the files the loader
-// must refuse (with the live game untouched), and saves that cannot complete. Where
-// it goes, and the fallback to the bare name, are tried on the running program.
+// must refuse (with the live game untouched), no save without an open world, and a
+// path too long for its temporary name. Where it goes, the fallback to the bare
+// name and saves cut short are tried on the running program.
 #include "save/save_file.h"
 
 #include <gtest/gtest.h>
